@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace tavik {
+class RuntimeError;
+}
+
+namespace tavik::cli {
+
+// Runs the headless tool on its arguments (without the program name). Returns the exit
+// code: 0 on success, 2 with one line on `err` naming the file and the problem otherwise.
+int runTool(const QStringList& args, QTextStream& out, QTextStream& err);
+
+// The verbs, each in its own file.
+int dumpCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int setCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int deleteCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+
+// One line on `err`: "tavik: <file>: <problem>". Returns 2.
+int fail(QTextStream& err, const QString& file, const QString& problem);
+
+// The same for a runtime error: "tavik: <file>: runtime error 76 (Pfad nicht gefunden)".
+int failRuntime(QTextStream& err, const QString& file, const tavik::RuntimeError& error);
+
+// A package folder stands for its index file.
+QString indexFilePath(const QString& path);
+
+} // namespace tavik::cli

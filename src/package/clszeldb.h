@@ -1,0 +1,56 @@
+#pragma once
+
+#include "package/zeldbrecords.h"
+
+#include <QString>
+#include <cstdint>
+
+namespace tavik {
+
+// The package index store: a two-level key/item store kept whole in one binary file.
+// A key is a named group, an item a named value inside a key; names compare exactly.
+// Slots are never compacted and counts only grow, so files stay compatible with every
+// program that reads them.
+class clsZELDB {
+public:
+    QString HeaderText1;
+    QString HeaderText2;
+    QString HeaderText3;
+    // The header's key count as the last OpenIOFile found it; not maintained afterwards.
+    std::int16_t KeyCountAtOpen = 0;
+
+    bool OpenIOFile(const QString& path);
+    // Raises the runtime's file error when the file cannot be written; the old file then
+    // stays as it was.
+    bool SaveIOFile(const QString& path);
+    // Always false: callers must not rely on the result.
+    bool DeleteItem(const QString& key, const QString& item);
+    Variant GetSetting(const QString& key, const QString& item, const QString& defaultText);
+    bool SaveSetting(const QString& key, const QString& item, const Variant& value);
+    bool ItemExists(const QString& key, const QString& item);
+    bool KeyExists(const QString& key);
+
+    // Views for tools and tests.
+    const ZeldbHeader& header() const { return header_; }
+    const SlotArray<ZeldbKey>& keySlots() const { return keys_; }
+    const ZeldbReadReport& lastRead() const { return lastRead_; }
+    // The bytes SaveIOFile writes.
+    QByteArray toBytes() const;
+    // Loads from bytes already in memory, as OpenIOFile loads a file that exists.
+    bool openBytes(const uchar* data, qint64 size);
+
+private:
+    std::int16_t AddItem(std::int16_t keyIndex, const QString& item);
+    std::int16_t FindFreeItemSlot(const QString& key);
+    std::int16_t FindItem(const QString& key, const QString& item);
+    std::int16_t AddKey(const QString& key);
+    std::int16_t FindFreeKeySlot();
+    std::int16_t FindKey(const QString& key);
+    bool FileExists(const QString& path);
+
+    ZeldbHeader header_;
+    SlotArray<ZeldbKey> keys_;
+    ZeldbReadReport lastRead_;
+};
+
+} // namespace tavik

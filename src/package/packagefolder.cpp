@@ -1,0 +1,78 @@
+#include "packagefolder.h"
+
+#include "util/apppath.h"
+#include "util/fileops.h"
+#include "util/vbstrings.h"
+
+#include <QSet>
+
+namespace tavik {
+
+QString DataFolder() { return NativePath(AppPath() + QStringLiteral("\\..\\Data\\")); }
+
+QString FormatKey(std::int32_t number) {
+    QString padding;
+    if (number < 1000)
+        padding = QStringLiteral("0");
+    if (number < 100)
+        padding = QStringLiteral("00");
+    if (number < 10)
+        padding = QStringLiteral("000");
+    return padding + QString::number(number);
+}
+
+namespace {
+
+bool isSafeKey(const QString& key) {
+    return !key.contains(u'/') && !key.contains(u'\\') && !key.contains(u"..") &&
+           !key.contains(u'*') && !key.contains(u'?') && !key.contains(QChar(0));
+}
+
+QString firstFileForKey(const QString& packageFolder, const QString& key) {
+    if (!isSafeKey(key))
+        return {};
+    return DirFirst(NativePath(packageFolder), key + QStringLiteral("*"));
+}
+
+} // namespace
+
+QString NextFreeKey(const QString& packageFolder) {
+    // One listing instead of one search per number: keys are digits, so a key names a file
+    // exactly when it begins the run of digits the file's name starts with.
+    QSet<QString> taken;
+    for (const QString& name : ListFiles(NativePath(packageFolder))) {
+        qsizetype digits = 0;
+        while (digits < name.size() && name[digits] >= u'0' && name[digits] <= u'9')
+            ++digits;
+        for (qsizetype length = 4; length <= digits; ++length)
+            taken.insert(name.left(length));
+    }
+    for (std::int32_t n = 0;; ++n) {
+        QString key = FormatKey(n);
+        if (!taken.contains(key))
+            return key;
+    }
+}
+
+QString GetFileName(const QString& packageFolder, const QString& key) {
+    const QString name = firstFileForKey(packageFolder, key);
+    if (name.isEmpty())
+        return {};
+    return NativePath(packageFolder + QStringLiteral("\\") + name);
+}
+
+QString GetExtension(const QString& name) {
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot < 0 ? name : name.mid(dot + 1);
+}
+
+IndexEntry SplitIndexEntry(const QString& entry) {
+    const QStringList parts = Split(entry, QStringLiteral("~"));
+    return {PartAt(parts, 0), PartAt(parts, 1)};
+}
+
+QString JoinIndexEntry(const QString& key, const QString& title) {
+    return key + QStringLiteral("~") + title;
+}
+
+} // namespace tavik

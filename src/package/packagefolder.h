@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace tavik {
+
+// The fixed files of a package folder, appended to the folder's path.
+inline constexpr char16_t kIndexFileName[] = u"\\Package.io";
+inline constexpr char16_t kCommentFileName[] = u"\\Package.txt";
+inline constexpr char16_t kPictureFileName[] = u"\\Package.img";
+// How the file chooser that searches for packages offers index files.
+inline constexpr char16_t kIndexFileFilter[] = u"Tavik Indexdatei [*.io]|*.io";
+
+// The folder that holds every package: the program folder followed by "\..\Data\".
+QString DataFolder();
+
+// A number as an announcement key: at least four digits, zero-padded on the left.
+QString FormatKey(std::int32_t number);
+
+// The lowest key, counting from 0, that names no file in the package folder.
+QString NextFreeKey(const QString& packageFolder);
+
+// The full path of the first file in the package folder whose name begins with `key`, or
+// "" when there is none. A key holding a path separator, ".." or a wildcard finds nothing:
+// nothing read from a package may lead outside its folder.
+QString GetFileName(const QString& packageFolder, const QString& key);
+
+// The last "."-separated part of a name; the whole name when it holds no ".".
+QString GetExtension(const QString& name);
+
+// One "INDEX" entry: key "~" title.
+struct IndexEntry {
+    QString Key;
+    QString Title;
+};
+// Splits an entry at "~": the key is the text before the first "~", the title the text
+// between the first and the second. An entry without "~" (or an empty one) has no title
+// part and raises runtime error 9.
+IndexEntry SplitIndexEntry(const QString& entry);
+QString JoinIndexEntry(const QString& key, const QString& title);
+
+// Keys and items of the package settings, with the defaults passed as text.
+namespace pkg {
+inline constexpr char16_t Info[] = u"INFO";
+inline constexpr char16_t Name[] = u"Name";
+inline constexpr char16_t Author[] = u"Autor";
+inline constexpr char16_t Index[] = u"INDEX";
+inline constexpr char16_t Count[] = u"Count";
+inline constexpr char16_t Color[] = u"Color";
+inline constexpr char16_t NameVisible[] = u"NameVisible";
+inline constexpr char16_t AutoPlace[] = u"AutoPlace";
+
+inline constexpr char16_t DefaultText[] = u"";
+inline constexpr char16_t DefaultCount[] = u"0";
+inline constexpr char16_t DefaultColor[] = u"0";
+inline constexpr char16_t DefaultNameVisible[] = u"1";
+inline constexpr char16_t DefaultAutoPlace[] = u"-1";
+} // namespace pkg
+
+} // namespace tavik

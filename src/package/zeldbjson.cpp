@@ -1,0 +1,76 @@
+#include "zeldbjson.h"
+
+#include <QJsonArray>
+#include <cmath>
+
+namespace tavik {
+
+namespace {
+
+QJsonValue valueToJson(const Variant& v) {
+    switch (v.type()) {
+    case VarType::Empty:
+        return QJsonValue::Null;
+    case VarType::Integer:
+        return v.int16Bits();
+    case VarType::Long:
+        return v.int32Bits();
+    case VarType::Boolean:
+        return v.int16Bits() != 0;
+    case VarType::Double:
+    case VarType::Date:
+        return std::isfinite(v.doubleValue()) ? QJsonValue(v.doubleValue()) : QJsonValue::Null;
+    case VarType::String:
+        return v.stringValue();
+    }
+    return QJsonValue::Null;
+}
+
+QJsonValue itemsToJson(const ZeldbKey& key) {
+    if (!key.Items.allocated())
+        return QJsonValue::Null;
+    QJsonArray items;
+    for (qint64 i = 0; i < key.Items.storedCount(); ++i) {
+        const ZeldbItem& item = key.Items.get(i);
+        items.append(QJsonObject{
+            {"slot", i},
+            {"in_use", item.InUse != 0},
+            {"name", item.Name},
+            {"reserved", item.Reserved},
+            {"type", static_cast<int>(item.Value.type())},
+            {"value", valueToJson(item.Value)},
+        });
+    }
+    return items;
+}
+
+} // namespace
+
+QJsonObject zeldbToJson(const clsZELDB& store) {
+    const ZeldbHeader& h = store.header();
+    const QByteArray reserved(reinterpret_cast<const char*>(h.Reserved.data()),
+                              static_cast<qsizetype>(h.Reserved.size()));
+    QJsonObject header{
+        {"text1", store.HeaderText1},
+        {"text2", store.HeaderText2},
+        {"text3", store.HeaderText3},
+        {"reserved", QString::fromLatin1(reserved.toHex())},
+        {"reserved_text", h.ReservedText},
+        {"key_count", h.KeyCount},
+    };
+    QJsonArray keys;
+    const SlotArray<ZeldbKey>& stored = store.keySlots();
+    for (qint64 i = 0; i < stored.storedCount(); ++i) {
+        const ZeldbKey& key = stored.get(i);
+        keys.append(QJsonObject{
+            {"slot", i},
+            {"in_use", key.InUse != 0},
+            {"name", key.Name},
+            {"item_count", key.ItemCount},
+            {"items", itemsToJson(key)},
+        });
+    }
+    return QJsonObject{{"format", "package-index"}, {"header", header}, {"keys", keys}};
+}
+
+} // namespace tavik

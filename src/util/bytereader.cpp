@@ -1,0 +1,98 @@
+#include "bytereader.h"
+
+#include "util/cp1252.h"
+#include "util/runtimeerror.h"
+
+#include <QtEndian>
+#include <algorithm>
+#include <cstring>
+
+namespace tavik {
+
+qint64 ByteReader::take(void* out, qint64 n) {
+    std::memset(out, 0, static_cast<std::size_t>(n));
+    const qint64 available = std::max<qint64>(0, std::min(n, size_ - pos_));
+    if (available > 0)
+        std::memcpy(out, data_ + pos_, static_cast<std::size_t>(available));
+    pos_ += available;
+    if (available < n)
+        truncated_ = truncated_ || !broken();
+    return available;
+}
+
+std::int16_t ByteReader::i16() { return static_cast<std::int16_t>(u16()); }
+
+std::uint16_t ByteReader::u16() {
+    uchar b[2];
+    take(b, 2);
+    return qFromLittleEndian<std::uint16_t>(b);
+}
+
+std::int32_t ByteReader::i32() {
+    uchar b[4];
+    take(b, 4);
+    return qFromLittleEndian<std::int32_t>(b);
+}
+
+std::uint64_t ByteReader::u64() {
+    uchar b[8];
+    take(b, 8);
+    return qFromLittleEndian<std::uint64_t>(b);
+}
+
+QByteArray ByteReader::bytes(qint64 count) {
+    const qint64 available = std::max<qint64>(0, std::min(count, size_ - pos_));
+    QByteArray out(reinterpret_cast<const char*>(data_ + pos_), available);
+    pos_ += available;
+    if (available < count)
+        truncated_ = truncated_ || !broken();
+    return out;
+}
+
+QString ByteReader::countedString() {
+    const std::uint16_t length = u16();
+    if (length == 0)
+        return {};
+    const qint64 available = std::max<qint64>(0, std::min<qint64>(length, size_ - pos_));
+    QString text = fromCp1252(reinterpret_cast<const char*>(data_ + pos_), available);
+    pos_ += available;
+    if (available < length)
+        truncated_ = truncated_ || !broken();
+    return text;
+}
+
+void ByteReader::markBroken(const QString& problem) {
+    if (problem_.isEmpty())
+        problem_ = problem;
+    size_ = std::min(size_, pos_);
+}
+
+void ByteWriter::i16(std::int16_t v) { u16(static_cast<std::uint16_t>(v)); }
+
+void ByteWriter::u16(std::uint16_t v) {
+    uchar b[2];
+    qToLittleEndian(v, b);
+    out_.append(reinterpret_cast<const char*>(b), 2);
+}
+
+void ByteWriter::i32(std::int32_t v) {
+    uchar b[4];
+    qToLittleEndian(v, b);
+    out_.append(reinterpret_cast<const char*>(b), 4);
+}
+
+void ByteWriter::u64(std::uint64_t v) {
+    uchar b[8];
+    qToLittleEndian(v, b);
+    out_.append(reinterpret_cast<const char*>(b), 8);
+}
+
+void ByteWriter::countedString(const QString& text) {
+    const QByteArray bytes = toCp1252(text);
+    if (bytes.size() > 0xFFFF)
+        throw RuntimeError(rt::Overflow);
+    u16(static_cast<std::uint16_t>(bytes.size()));
+    out_.append(bytes);
+}
+
+} // namespace tavik

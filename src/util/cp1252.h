@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace tavik {
+
+// Texts on disk are 8-bit ANSI text in code page 1252. The five byte values the code page
+// leaves undefined map to the C1 control characters of the same value, as Windows maps them,
+// so every byte string survives a read and a write unchanged.
+QString fromCp1252(const char* data, qsizetype size);
+inline QString fromCp1252(const QByteArray& bytes) {
+    return fromCp1252(bytes.constData(), bytes.size());
+}
+
+// A character the code page cannot hold is written as "?".
+QByteArray toCp1252(const QString& text);
+
+} // namespace tavik

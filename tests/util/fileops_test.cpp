@@ -1,0 +1,139 @@
+#include "support/tempdir.h"
+#include "util/apppath.h"
+#include "util/fileops.h"
+#include "util/runtimeerror.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using tavik::test::TempDir;
+
+namespace {
+
+int errorOf(auto&& call) {
+    try {
+        call();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+
+} // namespace
+
+TEST(FileCheck, APresentFileHasAtLeastOneByte) {
+    TempDir dir;
+    EXPECT_TRUE(FileCheck(dir.write("a.txt", "x")));
+    EXPECT_FALSE(FileCheck(dir.write("empty.txt", "")));
+    EXPECT_FALSE(FileCheck(dir.file("missing.txt")));
+    EXPECT_FALSE(FileCheck(dir.path()));
+    EXPECT_FALSE(FileCheck(QString()));
+}
+
+TEST(FileCheck, DeletesAnEmptyFileOnlyWhenAsked) {
+    TempDir dir;
+    const QString empty = dir.write("empty.txt", "");
+    EXPECT_FALSE(FileCheck(empty));
+    EXPECT_TRUE(QFileInfo::exists(empty));
+    EXPECT_FALSE(FileCheck(empty, true));
+    EXPECT_FALSE(QFileInfo::exists(empty));
+    const QString full = dir.write("full.txt", "abc");
+    EXPECT_TRUE(FileCheck(full, true));
+    EXPECT_TRUE(QFileInfo::exists(full));
+}
+
+TEST(WildcardMatch, MatchesStarsAndQuestionMarksWithoutRegardToCase) {
+    EXPECT_TRUE(WildcardMatch("0007*", "0007.wav"));
+    EXPECT_TRUE(WildcardMatch("0007*", "0007"));
+    EXPECT_TRUE(WildcardMatch("*.WAV", "a.b.wav"));
+    EXPECT_TRUE(WildcardMatch("a?c", "ABC"));
+    EXPECT_FALSE(WildcardMatch("0007*", "0070.wav"));
+    EXPECT_FALSE(WildcardMatch("a?c", "ac"));
+    EXPECT_TRUE(WildcardMatch("*", ""));
+    EXPECT_FALSE(WildcardMatch("*a*a*a*a*a*a*b", QString(200, u'a')));
+}
+
+TEST(DirFirst, FindsTheFirstMatchingFileInListingOrder) {
+    TempDir dir;
+    dir.write("0001.wav", "x");
+    dir.write("0001b.mp3", "x");
+    dir.write("0001A.ogg", "x");
+    EXPECT_EQ(DirFirst(dir.path(), "0001*"), QStringLiteral("0001.wav"));
+    EXPECT_EQ(DirFirst(dir.path(), "0001?*"), QStringLiteral("0001.wav"));
+    EXPECT_EQ(DirFirst(dir.path(), "0001a*"), QStringLiteral("0001A.ogg"));
+    EXPECT_EQ(DirFirst(dir.path(), "0002*"), QString());
+    EXPECT_EQ(DirFirst(dir.file("nowhere"), "*"), QString());
+}
+
+TEST(DirFirst, NeverFindsFoldersLinksOrHiddenFiles) {
+    TempDir dir;
+    QDir(dir.path()).mkdir("0001-folder");
+    dir.write(".0002", "x");
+    const QString outside = dir.write("outside/secret.wav", "x");
+    QFile::link(outside, dir.file("0003.wav"));
+    EXPECT_EQ(DirFirst(dir.path(), "0001*"), QString());
+    EXPECT_EQ(DirFirst(dir.path(), ".0002*"), QString());
+    EXPECT_EQ(DirFirst(dir.path(), "0003*"), QString());
+}
+
+TEST(FileStatements, RaiseTheRuntimeErrors) {
+    TempDir dir;
+    EXPECT_EQ(errorOf([&] { FileLen(dir.file("missing")); }), rt::FileNotFound);
+    EXPECT_EQ(FileLen(dir.write("three", "abc")), 3);
+    EXPECT_EQ(errorOf([&] { Kill(dir.file("missing")); }), rt::FileNotFound);
+    EXPECT_EQ(errorOf([&] { FileCopy(dir.file("missing"), dir.file("b")); }), rt::FileNotFound);
+    EXPECT_EQ(errorOf([&] { MkDir(dir.file("a/b")); }), rt::PathNotFound);
+    MkDir(dir.file("made"));
+    EXPECT_TRUE(QFileInfo(dir.file("made")).isDir());
+    EXPECT_EQ(errorOf([&] { MkDir(dir.file("made")); }), rt::PathFileAccess);
+    dir.write("made/inside", "x");
+    EXPECT_EQ(errorOf([&] { RmDir(dir.file("made")); }), rt::PathFileAccess);
+    Kill(dir.file("made/inside"));
+    RmDir(dir.file("made"));
+    EXPECT_FALSE(QFileInfo::exists(dir.file("made")));
+    EXPECT_EQ(errorOf([&] { RmDir(dir.file("made")); }), rt::PathNotFound);
+}
+
+TEST(FileCopy, CopiesTheBytes) {
+    TempDir dir;
+    const QString source = dir.write("a.wav", QByteArray("RIFF\0\1\2", 7));
+    FileCopy(source, dir.file("0000.wav"));
+    EXPECT_EQ(tavik::test::readAll(dir.file("0000.wav")), QByteArray("RIFF\0\1\2", 7));
+}
+
+TEST(WriteFileAtomically, LeavesTheOldFileWhenTheWriteFails) {
+    TempDir dir;
+    EXPECT_EQ(errorOf([&] { WriteFileAtomically(dir.file("no/such/x"), "new"); }),
+              rt::PathNotFound);
+    QDir(dir.path()).mkdir("target");
+    EXPECT_EQ(errorOf([&] { WriteFileAtomically(dir.file("target"), "new"); }),
+              rt::PathFileAccess);
+    const QString file = dir.write("locked/file", "old");
+    QFile::setPermissions(dir.file("locked"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    const bool canStillWrite = QFileInfo(dir.file("locked")).isWritable(); // true for root
+    if (!canStillWrite) {
+        EXPECT_EQ(errorOf([&] { WriteFileAtomically(file, "new"); }), rt::PathFileAccess);
+        EXPECT_EQ(tavik::test::readAll(file), QByteArray("old"));
+    }
+    QFile::setPermissions(dir.file("locked"), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                  QFileDevice::ExeOwner);
+    WriteFileAtomically(file, "new");
+    EXPECT_EQ(tavik::test::readAll(file), QByteArray("new"));
+}
+
+TEST(AppPath, FollowsTavikHome) {
+    TempDir dir;
+    qputenv("TAVIK_HOME", dir.path().toLocal8Bit());
+    EXPECT_EQ(AppPath(), dir.path() + QStringLiteral("/bin"));
+    qunsetenv("TAVIK_HOME");
+    EXPECT_TRUE(AppPath().endsWith(QStringLiteral("/bin")));
+}
+
+TEST(NativePath, TurnsBackslashesIntoThePlatformSeparator) {
+#ifndef Q_OS_WIN
+    EXPECT_EQ(NativePath(QStringLiteral("/x/bin\\..\\Data\\")), QStringLiteral("/x/bin/../Data/"));
+#endif
+}
