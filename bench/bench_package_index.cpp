@@ -21,8 +21,7 @@ double median(std::vector<double> v) {
     return v[v.size() / 2];
 }
 
-template <typename F>
-double timeMs(F&& f) {
+template <typename F> double timeMs(F&& f) {
     QElapsedTimer t;
     t.start();
     f();

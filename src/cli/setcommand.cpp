@@ -42,8 +42,8 @@ bool parseValue(const QString& text, const QString& type, Variant& value, QStrin
                 return false;
             }
         } else {
-            problem = QStringLiteral("unknown type \"%1\" (string, integer, long or boolean)")
-                          .arg(type);
+            problem =
+                QStringLiteral("unknown type \"%1\" (string, integer, long or boolean)").arg(type);
             return false;
         }
     } catch (const RuntimeError& e) {

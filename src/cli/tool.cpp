@@ -25,8 +25,9 @@ int fail(QTextStream& err, const QString& file, const QString& problem) {
 }
 
 int failRuntime(QTextStream& err, const QString& file, const RuntimeError& error) {
-    return fail(err, file,
-                QStringLiteral("runtime error %1 (%2)").arg(error.number()).arg(error.description()));
+    return fail(
+        err, file,
+        QStringLiteral("runtime error %1 (%2)").arg(error.number()).arg(error.description()));
 }
 
 QString indexFilePath(const QString& path) {

@@ -11,7 +11,9 @@ namespace tavik {
 
 namespace {
 
-bool inUse(std::int16_t flag) { return flag != 0; }
+bool inUse(std::int16_t flag) {
+    return flag != 0;
+}
 
 } // namespace
 
@@ -147,7 +149,9 @@ bool clsZELDB::ItemExists(const QString& key, const QString& item) {
     return FindItem(key, item) != -1;
 }
 
-bool clsZELDB::KeyExists(const QString& key) { return FindKey(key) != -1; }
+bool clsZELDB::KeyExists(const QString& key) {
+    return FindKey(key) != -1;
+}
 
 std::int16_t clsZELDB::AddItem(std::int16_t keyIndex, const QString& item) {
     const std::int16_t slot = FindFreeItemSlot(keys_.get(keyIndex).Name);
@@ -218,6 +222,8 @@ std::int16_t clsZELDB::FindKey(const QString& key) {
     return -1;
 }
 
-bool clsZELDB::FileExists(const QString& path) { return FileCheck(path); }
+bool clsZELDB::FileExists(const QString& path) {
+    return FileCheck(path);
+}
 
 } // namespace tavik

@@ -8,7 +8,9 @@
 
 namespace tavik {
 
-QString DataFolder() { return NativePath(AppPath() + QStringLiteral("\\..\\Data\\")); }
+QString DataFolder() {
+    return NativePath(AppPath() + QStringLiteral("\\..\\Data\\"));
+}
 
 QString FormatKey(std::int32_t number) {
     QString padding;

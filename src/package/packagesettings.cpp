@@ -6,7 +6,9 @@ namespace tavik {
 
 namespace {
 
-QString text(const char16_t* s) { return QString::fromUtf16(s); }
+QString text(const char16_t* s) {
+    return QString::fromUtf16(s);
+}
 
 } // namespace
 

@@ -10,8 +10,7 @@ namespace tavik {
 // A growable array of records with lower bound 0, as the store keeps its keys and items.
 // Slots past the stored ones are blank records that exist only by count: an array sized
 // from a count in a file costs memory only for the records the file really held.
-template <typename T>
-class SlotArray {
+template <typename T> class SlotArray {
 public:
     bool allocated() const { return allocated_; }
     qint64 size() const { return size_; }

@@ -51,12 +51,9 @@ QJsonObject zeldbToJson(const clsZELDB& store) {
     const QByteArray reserved(reinterpret_cast<const char*>(h.Reserved.data()),
                               static_cast<qsizetype>(h.Reserved.size()));
     QJsonObject header{
-        {"text1", store.HeaderText1},
-        {"text2", store.HeaderText2},
-        {"text3", store.HeaderText3},
-        {"reserved", QString::fromLatin1(reserved.toHex())},
-        {"reserved_text", h.ReservedText},
-        {"key_count", h.KeyCount},
+        {"text1", store.HeaderText1},      {"text2", store.HeaderText2},
+        {"text3", store.HeaderText3},      {"reserved", QString::fromLatin1(reserved.toHex())},
+        {"reserved_text", h.ReservedText}, {"key_count", h.KeyCount},
     };
     QJsonArray keys;
     const SlotArray<ZeldbKey>& stored = store.keySlots();

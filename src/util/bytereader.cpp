@@ -20,7 +20,9 @@ qint64 ByteReader::take(void* out, qint64 n) {
     return available;
 }
 
-std::int16_t ByteReader::i16() { return static_cast<std::int16_t>(u16()); }
+std::int16_t ByteReader::i16() {
+    return static_cast<std::int16_t>(u16());
+}
 
 std::uint16_t ByteReader::u16() {
     uchar b[2];
@@ -67,7 +69,9 @@ void ByteReader::markBroken(const QString& problem) {
     size_ = std::min(size_, pos_);
 }
 
-void ByteWriter::i16(std::int16_t v) { u16(static_cast<std::uint16_t>(v)); }
+void ByteWriter::i16(std::int16_t v) {
+    u16(static_cast<std::uint16_t>(v));
+}
 
 void ByteWriter::u16(std::uint16_t v) {
     uchar b[2];
@@ -88,6 +92,10 @@ void ByteWriter::u64(std::uint64_t v) {
 }
 
 void ByteWriter::countedString(const QString& text) {
+    if (text.isEmpty()) {
+        u16(0);
+        return;
+    }
     const QByteArray bytes = toCp1252(text);
     if (bytes.size() > 0xFFFF)
         throw RuntimeError(rt::Overflow);

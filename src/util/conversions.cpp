@@ -10,7 +10,9 @@ namespace tavik {
 
 namespace {
 
-bool isValBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\n'; }
+bool isValBlank(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n';
+}
 
 int digitValue(QChar c, int base) {
     int v = -1;
@@ -34,8 +36,7 @@ double radixValue(std::uint64_t value, int digits, int base) {
     return static_cast<double>(value);
 }
 
-template <typename Next>
-double readRadix(Next&& next, int base) {
+template <typename Next> double readRadix(Next&& next, int base) {
     std::uint64_t value = 0;
     int digits = 0;
     for (QChar c = next(); digitValue(c, base) >= 0; c = next()) {

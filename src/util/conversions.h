@@ -11,7 +11,9 @@ namespace tavik {
 // Booleans are stored as 16-bit -1 (true) and 0 (false).
 inline constexpr std::int16_t VbTrue = -1;
 inline constexpr std::int16_t VbFalse = 0;
-inline constexpr std::int16_t toVbBool(bool b) { return b ? VbTrue : VbFalse; }
+inline constexpr std::int16_t toVbBool(bool b) {
+    return b ? VbTrue : VbFalse;
+}
 
 // Reads as much of the text as forms a number and ignores the rest: blanks, tabs and line
 // feeds are skipped anywhere, "." is the decimal point whatever the locale, "&H"/"&O" start

@@ -1,6 +1,5 @@
 #include "cp1252.h"
 
-#include <QList>
 #include <array>
 
 namespace tavik {
@@ -36,11 +35,16 @@ QString fromCp1252(const char* data, qsizetype size) {
 }
 
 QByteArray toCp1252(const QString& text) {
-    QByteArray out;
-    out.reserve(text.size());
-    const auto ucs4 = text.toUcs4();
-    for (char32_t c : ucs4)
-        out.append(encodeOne(c));
+    QByteArray out(text.size(), Qt::Uninitialized);
+    qsizetype n = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        // A pair of surrogates is one character, written as one "?".
+        if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            ++i;
+        out[n++] = encodeOne(c.isSurrogate() ? 0xFFFD : c.unicode());
+    }
+    out.truncate(n);
     return out;
 }
 

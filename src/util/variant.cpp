@@ -32,7 +32,9 @@ Variant Variant::fromLong(std::int32_t v) {
     return r;
 }
 
-Variant Variant::fromDouble(double v) { return fromDoubleBits(std::bit_cast<std::uint64_t>(v)); }
+Variant Variant::fromDouble(double v) {
+    return fromDoubleBits(std::bit_cast<std::uint64_t>(v));
+}
 
 Variant Variant::fromDoubleBits(std::uint64_t bits) {
     Variant r;
@@ -55,7 +57,9 @@ Variant Variant::fromString(QString v) {
     return r;
 }
 
-Variant Variant::fromBoolean(bool v) { return fromBooleanBits(v ? -1 : 0); }
+Variant Variant::fromBoolean(bool v) {
+    return fromBooleanBits(v ? -1 : 0);
+}
 
 Variant Variant::fromBooleanBits(std::int16_t raw) {
     Variant r;
@@ -64,7 +68,9 @@ Variant Variant::fromBooleanBits(std::int16_t raw) {
     return r;
 }
 
-double Variant::doubleValue() const { return std::bit_cast<double>(bits_); }
+double Variant::doubleValue() const {
+    return std::bit_cast<double>(bits_);
+}
 
 bool Variant::operator==(const Variant& other) const {
     return type_ == other.type_ && bits_ == other.bits_ && string_ == other.string_;

@@ -37,7 +37,9 @@ QByteArray infoNameX() {
     return Bytes().magic().emptyHeader(1).key(-1, "INFO", 1, 1).stringItem(-1, "Name", "x");
 }
 
-int lineCount(const QString& text) { return static_cast<int>(text.count(u'\n')); }
+int lineCount(const QString& text) {
+    return static_cast<int>(text.count(u'\n'));
+}
 
 } // namespace
 
@@ -79,10 +81,21 @@ TEST(ToolDump, PrintsValuesAsNumbersBooleansAndNull) {
                                                .magic()
                                                .emptyHeader(1)
                                                .key(-1, "V", 4, 4)
-                                               .i16(-1).str("e").i16(0).i16(0)
-                                               .i16(-1).str("i").i16(0).i16(2).i16(-5)
+                                               .i16(-1)
+                                               .str("e")
+                                               .i16(0)
+                                               .i16(0)
+                                               .i16(-1)
+                                               .str("i")
+                                               .i16(0)
+                                               .i16(2)
+                                               .i16(-5)
                                                .longItem("l", 100000)
-                                               .i16(-1).str("b").i16(0).i16(11).i16(-1));
+                                               .i16(-1)
+                                               .str("b")
+                                               .i16(0)
+                                               .i16(11)
+                                               .i16(-1));
     const ToolRun r = tool({"dump", path});
     ASSERT_EQ(r.code, 0);
     const QJsonArray items = r.json()["keys"].toArray()[0].toObject()["items"].toArray();
@@ -137,7 +150,8 @@ TEST(ToolDump, ATruncatedFilePrintsWhatWasReadAndSaysItWasTruncated) {
 TEST(ToolDump, ABrokenFileSaysWhatIsBroken) {
     TempDir dir;
     const QString path = dir.write(
-        "bad.io", Bytes().magic().emptyHeader(1).key(-1, "K", 1, 1).i16(-1).str("a").i16(0).i16(99));
+        "bad.io",
+        Bytes().magic().emptyHeader(1).key(-1, "K", 1, 1).i16(-1).str("a").i16(0).i16(99));
     const ToolRun r = tool({"dump", path});
     EXPECT_EQ(r.code, 2);
     EXPECT_TRUE(r.err.contains(QStringLiteral("unknown value type 99"))) << r.err.toStdString();

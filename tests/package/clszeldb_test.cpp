@@ -26,11 +26,7 @@ int errorOf(auto&& call) {
 }
 
 QByteArray infoNameX() {
-    return Bytes()
-        .magic()
-        .emptyHeader(1)
-        .key(-1, "INFO", 1, 1)
-        .stringItem(-1, "Name", "x");
+    return Bytes().magic().emptyHeader(1).key(-1, "INFO", 1, 1).stringItem(-1, "Name", "x");
 }
 
 } // namespace
@@ -163,14 +159,8 @@ TEST(ClsZeldb, NamesCompareExactly) {
 
 TEST(ClsZeldb, AValidFileWithNoKeysOpensFalseButIsLoaded) {
     TempDir dir;
-    const QByteArray bytes = Bytes()
-                                 .magic()
-                                 .str("one")
-                                 .str("two")
-                                 .str("three")
-                                 .raw("ABCDEF")
-                                 .str("res")
-                                 .i16(0);
+    const QByteArray bytes =
+        Bytes().magic().str("one").str("two").str("three").raw("ABCDEF").str("res").i16(0);
     clsZELDB store;
     EXPECT_FALSE(store.OpenIOFile(dir.write("Package.io", bytes)));
     EXPECT_EQ(store.lastRead().status, ZeldbReadReport::Status::Complete);
@@ -240,13 +230,41 @@ TEST(ClsZeldb, EveryValueTypeIsWrittenBackWithItsOwnCodeAndBytes) {
                                  .magic()
                                  .emptyHeader(1)
                                  .key(-1, "V", 7, 7)
-                                 .i16(-1).str("empty").i16(0).i16(0)
-                                 .i16(-1).str("int").i16(0).i16(2).i16(-12345)
-                                 .i16(-1).str("long").i16(0).i16(3).i32(-123456789)
-                                 .i16(-1).str("double").i16(0).i16(5).u64(0x400921FB54442D18ull)
-                                 .i16(-1).str("date").i16(7).i16(7).u64(0x40E5F4C000000000ull)
-                                 .i16(-1).str("text").i16(0).i16(8).str("Gr\xfc\xdf" "e")
-                                 .i16(-1).str("bool").i16(0).i16(11).i16(-1)
+                                 .i16(-1)
+                                 .str("empty")
+                                 .i16(0)
+                                 .i16(0)
+                                 .i16(-1)
+                                 .str("int")
+                                 .i16(0)
+                                 .i16(2)
+                                 .i16(-12345)
+                                 .i16(-1)
+                                 .str("long")
+                                 .i16(0)
+                                 .i16(3)
+                                 .i32(-123456789)
+                                 .i16(-1)
+                                 .str("double")
+                                 .i16(0)
+                                 .i16(5)
+                                 .u64(0x400921FB54442D18ull)
+                                 .i16(-1)
+                                 .str("date")
+                                 .i16(7)
+                                 .i16(7)
+                                 .u64(0x40E5F4C000000000ull)
+                                 .i16(-1)
+                                 .str("text")
+                                 .i16(0)
+                                 .i16(8)
+                                 .str("Gr\xfc\xdf"
+                                      "e")
+                                 .i16(-1)
+                                 .str("bool")
+                                 .i16(0)
+                                 .i16(11)
+                                 .i16(-1)
                                  .freeKey();
     clsZELDB store;
     ASSERT_TRUE(store.OpenIOFile(dir.write("in.io", bytes)));
@@ -275,8 +293,7 @@ TEST(ClsZeldb, SavingToAnUnwritablePathRaisesTheFileErrorAndKeepsTheOldFile) {
     TempDir dir;
     clsZELDB store;
     store.SaveSetting("INFO", "Name", kX);
-    EXPECT_EQ(errorOf([&] { store.SaveIOFile(dir.file("missing/Package.io")); }),
-              rt::PathNotFound);
+    EXPECT_EQ(errorOf([&] { store.SaveIOFile(dir.file("missing/Package.io")); }), rt::PathNotFound);
     QDir(dir.path()).mkdir("Package.io");
     EXPECT_EQ(errorOf([&] { store.SaveIOFile(dir.file("Package.io")); }), rt::PathFileAccess);
 }

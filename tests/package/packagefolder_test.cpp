@@ -23,7 +23,8 @@ int errorOf(auto&& call) {
 void setIndex(clsZELDB& store, const QStringList& entries) {
     for (int i = 0; i < entries.size(); ++i)
         store.SaveSetting("INDEX", QString::number(i + 1), Variant::fromString(entries[i]));
-    store.SaveSetting("INDEX", "Count", Variant::fromLong(static_cast<std::int32_t>(entries.size())));
+    store.SaveSetting("INDEX", "Count",
+                      Variant::fromLong(static_cast<std::int32_t>(entries.size())));
 }
 
 } // namespace
@@ -49,10 +50,10 @@ TEST(NextFreeKey, TakesTheLowestNumberWithoutAFile) {
 
 TEST(NextFreeKey, CountsAnyFileWhoseNameBeginsWithTheKey) {
     TempDir dir;
-    dir.write("0000", "x");           // no extension
-    dir.write("0001 copy.wav", "x");  // begins with the key
+    dir.write("0000", "x");          // no extension
+    dir.write("0001 copy.wav", "x"); // begins with the key
     dir.write("Package.io", "x");
-    QDir(dir.path()).mkdir("0002");   // a folder names no key
+    QDir(dir.path()).mkdir("0002"); // a folder names no key
     EXPECT_EQ(NextFreeKey(dir.path()), QStringLiteral("0002"));
 }
 

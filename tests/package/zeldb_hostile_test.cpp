@@ -46,7 +46,11 @@ QByteArray samplePackage() {
         .longItem("Count", 2)
         .key(-1, "0000", 3, 3)
         .longItem("Color", 255)
-        .i16(-1).str("NameVisible").i16(0).i16(11).i16(0)
+        .i16(-1)
+        .str("NameVisible")
+        .i16(0)
+        .i16(11)
+        .i16(0)
         .longItem("AutoPlace", -1)
         .freeKey();
 }
@@ -92,7 +96,8 @@ TEST(ZeldbHostile, OddArrayDescriptorsAndValueTypesMarkTheFileBroken) {
     for (const QByteArray& bytes : {twoDims, lowerBound, badType}) {
         clsZELDB store;
         open(store, bytes);
-        EXPECT_EQ(store.lastRead().status, Status::Broken) << store.lastRead().problem.toStdString();
+        EXPECT_EQ(store.lastRead().status, Status::Broken)
+            << store.lastRead().problem.toStdString();
         EXPECT_TRUE(store.KeyExists("K"));
     }
 }
@@ -173,9 +178,9 @@ TEST(ZeldbHostile, ThousandsOfMutatedFilesNeverCrashAndStayConsistent) {
                 break;
             }
         }
-        ASSERT_TRUE(tavik::fuzz::packageIndexInput(
-            reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-            static_cast<std::size_t>(bytes.size())))
+        ASSERT_TRUE(
+            tavik::fuzz::packageIndexInput(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                                           static_cast<std::size_t>(bytes.size())))
             << "round " << round << ": " << bytes.toHex().toStdString();
     }
 }
@@ -187,9 +192,9 @@ TEST(ZeldbHostile, RandomBytesNeverCrash) {
         const int length = static_cast<int>(random() % 300);
         for (int i = 0; i < length; ++i)
             bytes.append(static_cast<char>(random()));
-        ASSERT_TRUE(tavik::fuzz::packageIndexInput(
-            reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-            static_cast<std::size_t>(bytes.size())))
+        ASSERT_TRUE(
+            tavik::fuzz::packageIndexInput(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                                           static_cast<std::size_t>(bytes.size())))
             << bytes.toHex().toStdString();
     }
 }

@@ -110,8 +110,7 @@ TEST(CBool, ReadsNumbersTextsAndStoredBooleans) {
     EXPECT_TRUE(CBool(Variant::fromBoolean(true)));
     EXPECT_TRUE(CBool(Variant::fromBooleanBits(5)));
     EXPECT_FALSE(CBool(Variant()));
-    EXPECT_EQ(errorOf([] { CBool(Variant::fromString(QStringLiteral("ja"))); }),
-              rt::TypeMismatch);
+    EXPECT_EQ(errorOf([] { CBool(Variant::fromString(QStringLiteral("ja"))); }), rt::TypeMismatch);
 }
 
 TEST(Booleans, AreStoredAsMinusOneAndZero) {

@@ -16,7 +16,8 @@ TEST(Cp1252, EveryByteSurvivesAReadAndAWrite) {
 TEST(Cp1252, MapsTheHighCharactersOfTheCodePage) {
     EXPECT_EQ(fromCp1252(QByteArray("\x80", 1)), QString(QChar(0x20AC)));
     EXPECT_EQ(fromCp1252(QByteArray("\xE4\xF6\xFC\xDF", 4)), QStringLiteral("äöüß"));
-    EXPECT_EQ(toCp1252(QStringLiteral("Grüße €")), QByteArray("Gr\xFC\xDF" "e \x80"));
+    EXPECT_EQ(toCp1252(QStringLiteral("Grüße €")), QByteArray("Gr\xFC\xDF"
+                                                              "e \x80"));
 }
 
 TEST(Cp1252, WritesAQuestionMarkForWhatItCannotHold) {

@@ -109,8 +109,7 @@ TEST(WriteFileAtomically, LeavesTheOldFileWhenTheWriteFails) {
     EXPECT_EQ(errorOf([&] { WriteFileAtomically(dir.file("no/such/x"), "new"); }),
               rt::PathNotFound);
     QDir(dir.path()).mkdir("target");
-    EXPECT_EQ(errorOf([&] { WriteFileAtomically(dir.file("target"), "new"); }),
-              rt::PathFileAccess);
+    EXPECT_EQ(errorOf([&] { WriteFileAtomically(dir.file("target"), "new"); }), rt::PathFileAccess);
     const QString file = dir.write("locked/file", "old");
     QFile::setPermissions(dir.file("locked"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     const bool canStillWrite = QFileInfo(dir.file("locked")).isWritable(); // true for root
@@ -118,8 +117,8 @@ TEST(WriteFileAtomically, LeavesTheOldFileWhenTheWriteFails) {
         EXPECT_EQ(errorOf([&] { WriteFileAtomically(file, "new"); }), rt::PathFileAccess);
         EXPECT_EQ(tavik::test::readAll(file), QByteArray("old"));
     }
-    QFile::setPermissions(dir.file("locked"), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                                  QFileDevice::ExeOwner);
+    QFile::setPermissions(dir.file("locked"),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     WriteFileAtomically(file, "new");
     EXPECT_EQ(tavik::test::readAll(file), QByteArray("new"));
 }

@@ -10,8 +10,7 @@ TEST(Split, AnEmptyTextHasNoParts) {
 }
 
 TEST(Split, KeepsEmptyParts) {
-    EXPECT_EQ(Split(QStringLiteral("a~~b~"), QStringLiteral("~")),
-              (QStringList{"a", "", "b", ""}));
+    EXPECT_EQ(Split(QStringLiteral("a~~b~"), QStringLiteral("~")), (QStringList{"a", "", "b", ""}));
     EXPECT_EQ(Split(QStringLiteral("abc"), QStringLiteral("~")), QStringList{"abc"});
 }
 
