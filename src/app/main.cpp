@@ -1,11 +1,11 @@
-#include <QApplication>
+#include "app/tavikapplication.h"
+
 #include <QLabel>
 #include <QMainWindow>
 
 // The editor's start object. Until the main window is built, it opens a window that says so.
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Tavik Editor"));
+    tavik::TavikApplication app(argc, argv);
     QMainWindow window;
     window.setObjectName(QStringLiteral("frmMain"));
     window.setWindowTitle(QStringLiteral("Tavik Editor"));

@@ -1,0 +1,3 @@
+list(APPEND TAVIK_UI_SOURCES
+    app/tavikapplication.cpp
+)

@@ -1,0 +1,36 @@
+#include "tavikapplication.h"
+
+#include "util/runtimeerror.h"
+
+#include <QMessageBox>
+
+namespace tavik {
+
+TavikApplication::TavikApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(QStringLiteral("Tavik Editor"));
+    reporter_ = [](const QString& text) {
+        QMessageBox::critical(QApplication::activeWindow(), QApplication::applicationName(), text);
+    };
+}
+
+bool TavikApplication::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const RuntimeError& error) {
+        reportRuntimeError(error);
+    }
+    // The error was dealt with here; the event counts as handled.
+    event->accept();
+    return true;
+}
+
+void TavikApplication::setErrorReporter(std::function<void(const QString&)> reporter) {
+    reporter_ = std::move(reporter);
+}
+
+void TavikApplication::reportRuntimeError(const RuntimeError& error) {
+    if (reporter_)
+        reporter_(error.message());
+}
+
+} // namespace tavik

@@ -1,0 +1,1 @@
+# The event log and the debug viewer.

@@ -1,0 +1,7 @@
+list(APPEND TAVIK_CORE_SOURCES
+    package/clszeldb.cpp
+    package/packagefolder.cpp
+    package/packagesettings.cpp
+    package/zeldbformat.cpp
+    package/zeldbjson.cpp
+)

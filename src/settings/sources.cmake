@@ -1,0 +1,1 @@
+# The settings module: profile files, language files and their dialogs.

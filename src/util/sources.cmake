@@ -1,0 +1,10 @@
+list(APPEND TAVIK_CORE_SOURCES
+    util/apppath.cpp
+    util/bytereader.cpp
+    util/conversions.cpp
+    util/cp1252.cpp
+    util/fileops.cpp
+    util/runtimeerror.cpp
+    util/variant.cpp
+    util/vbstrings.cpp
+)

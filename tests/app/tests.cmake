@@ -1,0 +1,3 @@
+list(APPEND TAVIK_WIDGET_TESTS
+    app/tavikapplication_test.cpp
+)

@@ -1,0 +1,3 @@
+list(APPEND TAVIK_CORE_TESTS
+    cli/tool_test.cpp
+)

@@ -1,0 +1,1 @@
+# Tests of the event log and the debug viewer.

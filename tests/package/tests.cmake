@@ -1,0 +1,6 @@
+list(APPEND TAVIK_CORE_TESTS
+    package/clszeldb_test.cpp
+    package/zeldb_hostile_test.cpp
+    package/packagefolder_test.cpp
+    ${PROJECT_SOURCE_DIR}/fuzz/package_index_input.cpp
+)

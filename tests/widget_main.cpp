@@ -1,0 +1,13 @@
+#include "app/tavikapplication.h"
+#include "support/qtwarnings.h"
+
+#include <gtest/gtest.h>
+
+// Window tests run on the editor's own application object, offscreen.
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    tavik::TavikApplication app(argc, argv);
+    tavik::test::failOnQtWarnings();
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
