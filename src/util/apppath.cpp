@@ -6,17 +6,23 @@
 
 namespace tavik {
 
+QString resolveProgramFolder(const QString& tavikHome, const QString& executableFolder,
+                             const QString& sourceRoot) {
+    if (!tavikHome.isEmpty())
+        return QDir::cleanPath(tavikHome + QStringLiteral("/bin"));
+    // An installed program sits in the "bin" folder of its root, beside "res".
+    if (!executableFolder.isEmpty() &&
+        QFileInfo(executableFolder).fileName() == QStringLiteral("bin") &&
+        QFileInfo(executableFolder + QStringLiteral("/../res")).isDir())
+        return QDir::cleanPath(executableFolder);
+    return QDir::cleanPath(sourceRoot + QStringLiteral("/bin"));
+}
+
 QString AppPath() {
-    const QByteArray home = qgetenv("TAVIK_HOME");
-    if (!home.isEmpty())
-        return QDir::cleanPath(QString::fromLocal8Bit(home) + QStringLiteral("/bin"));
-    if (QCoreApplication::instance()) {
-        const QString exeDir = QCoreApplication::applicationDirPath();
-        if (QFileInfo(exeDir).fileName() == QStringLiteral("bin") &&
-            QFileInfo(exeDir + QStringLiteral("/../res")).isDir())
-            return exeDir;
-    }
-    return QDir::cleanPath(QStringLiteral(TAVIK_SOURCE_ROOT "/bin"));
+    const QString exeDir =
+        QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
+    return resolveProgramFolder(QString::fromLocal8Bit(qgetenv("TAVIK_HOME")), exeDir,
+                                QStringLiteral(TAVIK_SOURCE_ROOT));
 }
 
 QString NativePath(const QString& text) {

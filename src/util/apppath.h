@@ -9,6 +9,10 @@ namespace tavik {
 // the source checkout, which is laid out as a root. No trailing separator.
 QString AppPath();
 
+// The rule behind AppPath, for a given TAVIK_HOME value, executable folder and checkout.
+QString resolveProgramFolder(const QString& tavikHome, const QString& executableFolder,
+                             const QString& sourceRoot);
+
 // Turns a path built from the program's texts ("\..\Data\") into one this system opens:
 // every "\" becomes the platform's separator. Doubled separators and ".." stay, as both
 // systems accept them.

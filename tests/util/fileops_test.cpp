@@ -131,6 +131,18 @@ TEST(AppPath, FollowsTavikHome) {
     EXPECT_TRUE(AppPath().endsWith(QStringLiteral("/bin")));
 }
 
+TEST(AppPath, IsTheBinFolderOfAnInstalledRootOrElseOfTheCheckout) {
+    TempDir dir;
+    QDir(dir.path()).mkpath("root/bin");
+    QDir(dir.path()).mkpath("root/res/lang");
+    QDir(dir.path()).mkpath("build/src");
+    EXPECT_EQ(resolveProgramFolder({}, dir.file("root/bin"), "/checkout"), dir.file("root/bin"));
+    EXPECT_EQ(resolveProgramFolder({}, dir.file("build/src"), "/checkout"),
+              QStringLiteral("/checkout/bin"));
+    EXPECT_EQ(resolveProgramFolder(dir.file("home"), dir.file("root/bin"), "/checkout"),
+              dir.file("home/bin"));
+}
+
 TEST(NativePath, TurnsBackslashesIntoThePlatformSeparator) {
 #ifndef Q_OS_WIN
     EXPECT_EQ(NativePath(QStringLiteral("/x/bin\\..\\Data\\")), QStringLiteral("/x/bin/../Data/"));
