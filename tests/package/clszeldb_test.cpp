@@ -1,5 +1,6 @@
 #include "package/clszeldb.h"
 #include "package/zeldbbytes.h"
+#include "support/errorof.h"
 #include "support/tempdir.h"
 #include "util/runtimeerror.h"
 
@@ -9,21 +10,13 @@
 
 using namespace tavik;
 using tavik::test::Bytes;
+using tavik::test::errorOf;
 using tavik::test::readAll;
 using tavik::test::TempDir;
 
 namespace {
 
 const Variant kX = Variant::fromString(QStringLiteral("x"));
-
-int errorOf(auto&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 QByteArray infoNameX() {
     return Bytes().magic().emptyHeader(1).key(-1, "INFO", 1, 1).stringItem(-1, "Name", "x");

@@ -1,5 +1,6 @@
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
+#include "support/errorof.h"
 #include "support/tempdir.h"
 #include "util/runtimeerror.h"
 
@@ -7,18 +8,10 @@
 #include <gtest/gtest.h>
 
 using namespace tavik;
+using tavik::test::errorOf;
 using tavik::test::TempDir;
 
 namespace {
-
-int errorOf(auto&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 void setIndex(clsZELDB& store, const QStringList& entries) {
     for (int i = 0; i < entries.size(); ++i)

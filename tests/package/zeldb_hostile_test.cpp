@@ -3,11 +3,14 @@
 #include "package/zeldbbytes.h"
 #include "util/runtimeerror.h"
 
+#include "support/errorof.h"
+
 #include <gtest/gtest.h>
 #include <random>
 
 using namespace tavik;
 using tavik::test::Bytes;
+using tavik::test::errorOf;
 
 namespace {
 
@@ -22,15 +25,6 @@ qint64 storedItems(const clsZELDB& store) {
     for (qint64 i = 0; i < store.keySlots().storedCount(); ++i)
         total += store.keySlots().get(i).Items.storedCount();
     return total;
-}
-
-int errorOf(auto&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
 }
 
 QByteArray samplePackage() {

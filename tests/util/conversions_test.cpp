@@ -1,24 +1,14 @@
 #include "util/conversions.h"
 #include "util/runtimeerror.h"
 
+#include "support/errorof.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 using namespace tavik;
-
-namespace {
-
-int errorOf(auto&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
-
-} // namespace
+using tavik::test::errorOf;
 
 TEST(Val, SkipsLeadingBlanksAndStopsWhereTheNumberEnds) {
     EXPECT_EQ(Val(QStringLiteral("  1234 ms")), 1234.0);

@@ -1,3 +1,4 @@
+#include "support/errorof.h"
 #include "support/tempdir.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
@@ -9,20 +10,8 @@
 #include <gtest/gtest.h>
 
 using namespace tavik;
+using tavik::test::errorOf;
 using tavik::test::TempDir;
-
-namespace {
-
-int errorOf(auto&& call) {
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
-
-} // namespace
 
 TEST(FileCheck, APresentFileHasAtLeastOneByte) {
     TempDir dir;
