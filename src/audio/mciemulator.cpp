@@ -1,0 +1,163 @@
+#include "mciemulator.h"
+
+#include "audio/mcicommand.h"
+#include "audio/mcierrors.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+namespace tavik {
+
+namespace {
+
+const QString kWaveAudio = QStringLiteral("waveaudio");
+const QString kMpegVideo = QStringLiteral("mpegvideo");
+
+MciEmulator::Reply ok(QString text = {}) {
+    return {mci::NoError, std::move(text)};
+}
+MciEmulator::Reply error(int code) {
+    return {code, {}};
+}
+
+} // namespace
+
+MciEmulator::MciEmulator(Clock clock) : clock_(std::move(clock)) {
+    if (!clock_) {
+        auto timer = std::make_shared<QElapsedTimer>();
+        timer->start();
+        clock_ = [timer] { return timer->elapsed(); };
+    }
+}
+
+QString MciEmulator::deviceTypeForExtension(const QString& extension) {
+    const QString e = extension.toLower();
+    if (e == u"wav")
+        return kWaveAudio;
+    if (e == u"mp3" || e == u"mp2" || e == u"mpa" || e == u"mpg" || e == u"mpeg" || e == u"m1v")
+        return kMpegVideo;
+    return {};
+}
+
+bool MciEmulator::isOpen(const QString& alias) const {
+    return devices_.contains(alias.toLower());
+}
+
+bool MciEmulator::isPlaying(const QString& alias) const {
+    const auto it = devices_.constFind(alias.toLower());
+    return it != devices_.cend() && it->playing && positionOf(*it) < it->info.lengthMs();
+}
+
+qint64 MciEmulator::positionOf(const Device& device) const {
+    if (!device.playing)
+        return device.position;
+    return std::min(device.info.lengthMs(), device.position + (clock_() - device.startedAt));
+}
+
+void MciEmulator::settle(Device& device) const {
+    device.position = positionOf(device);
+    device.playing = false;
+}
+
+MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
+                                     const QString& alias) {
+    if (devices_.contains(alias.toLower()))
+        return error(mci::DuplicateAlias);
+    QString deviceType = type.toLower();
+    if (deviceType.isEmpty()) {
+        deviceType = deviceTypeForExtension(QFileInfo(path).suffix());
+        if (deviceType.isEmpty())
+            return error(mci::ExtensionNotFound);
+    } else if (deviceType != kWaveAudio && deviceType != kMpegVideo) {
+        return error(mci::InvalidDeviceName);
+    }
+    if (!QFileInfo(path).isFile())
+        return error(mci::FileNotFound);
+    const std::optional<SoundInfo> info = probeSound(path);
+    // The wave device reads RIFF WAVE files only; the MPEG device whatever can be decoded.
+    if (!info || (deviceType == kWaveAudio && !info->wave))
+        return error(mci::InvalidFile);
+    Device device;
+    device.path = path;
+    device.type = deviceType;
+    device.info = *info;
+    device.id = nextId_++;
+    devices_.insert(alias.toLower(), device);
+    return ok(QString::number(device.id));
+}
+
+MciEmulator::Reply MciEmulator::status(Device& device, const QStringList& words) {
+    const QString item = words.value(0);
+    if (item.isEmpty())
+        return error(mci::MissingParameter);
+    if (item == u"length")
+        return ok(QString::number(device.info.lengthMs()));
+    if (item == u"position")
+        return ok(QString::number(positionOf(device)));
+    if (item == u"mode") {
+        const bool playing = device.playing && positionOf(device) < device.info.lengthMs();
+        return ok(playing ? QStringLiteral("playing") : QStringLiteral("stopped"));
+    }
+    return error(mci::UnrecognizedKeyword);
+}
+
+MciEmulator::Reply MciEmulator::send(const QString& text) {
+    const MciCommand command = parseMciCommand(text);
+    if (command.verb == u"open" && command.error == 0)
+        return open(command.path, command.type, command.device);
+    if (command.error != 0)
+        return error(command.error);
+
+    if (command.verb == u"close" && command.device.compare(u"all", Qt::CaseInsensitive) == 0) {
+        devices_.clear();
+        return ok();
+    }
+    static const QStringList known = {"close", "play", "stop", "seek", "set", "status"};
+    if (!known.contains(command.verb))
+        return error(mci::UnrecognizedCommand);
+    const auto it = devices_.find(command.device.toLower());
+    if (it == devices_.end())
+        return error(mci::InvalidDeviceName);
+    Device& device = *it;
+    const QStringList& words = command.words;
+
+    if (command.verb == u"close") {
+        devices_.erase(it);
+        return ok();
+    }
+    if (command.verb == u"play") {
+        if (!words.isEmpty())
+            return error(mci::UnrecognizedKeyword);
+        settle(device);
+        if (device.position >= device.info.lengthMs())
+            device.position = device.info.lengthMs();
+        device.playing = true;
+        device.startedAt = clock_();
+        return ok();
+    }
+    if (command.verb == u"stop") {
+        settle(device);
+        return ok();
+    }
+    if (command.verb == u"seek") {
+        if (words.size() != 2 || words[0] != u"to")
+            return error(mci::MissingParameter);
+        settle(device);
+        if (words[1] == u"start")
+            device.position = 0;
+        else if (words[1] == u"end")
+            device.position = device.info.lengthMs();
+        else
+            return error(mci::BadConstant);
+        return ok();
+    }
+    if (command.verb == u"set") {
+        if (words.size() == 3 && words[0] == u"time" && words[1] == u"format")
+            return (words[2] == u"milliseconds" || words[2] == u"ms") ? ok()
+                                                                      : error(mci::BadTimeFormat);
+        return error(mci::UnrecognizedKeyword);
+    }
+    return status(device, words);
+}
+
+} // namespace tavik

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "audio/soundfile.h"
+
+#include <QHash>
+#include <QString>
+#include <functional>
+
+namespace tavik {
+
+// Stands in for the system's media control interface where there is none: it understands the
+// command strings the program sends, keeps a table of open aliases and answers with MCI's own
+// error codes and reply texts.
+class MciEmulator {
+public:
+    struct Reply {
+        int code = 0;
+        QString text;
+    };
+    // Milliseconds from any fixed start; the play positions are measured with it.
+    using Clock = std::function<qint64()>;
+
+    explicit MciEmulator(Clock clock = {});
+
+    Reply send(const QString& command);
+
+    bool isOpen(const QString& alias) const;
+    bool isPlaying(const QString& alias) const;
+
+    // The device type MCI picks for a file by its extension; "" when it has none.
+    static QString deviceTypeForExtension(const QString& extension);
+
+private:
+    struct Device {
+        QString path;
+        QString type;
+        SoundInfo info;
+        int id = 0;
+        bool playing = false;
+        qint64 position = 0;  // milliseconds, when the device last changed state
+        qint64 startedAt = 0; // clock reading when play began
+    };
+
+    Reply open(const QString& path, const QString& type, const QString& alias);
+    Reply status(Device& device, const QStringList& words);
+    qint64 positionOf(const Device& device) const;
+    void settle(Device& device) const;
+
+    Clock clock_;
+    QHash<QString, Device> devices_; // by lower-case alias
+    int nextId_ = 1;
+};
+
+} // namespace tavik

@@ -1,0 +1,5 @@
+list(APPEND TAVIK_CORE_TESTS
+    audio/mcicommand_test.cpp
+    audio/mciemulator_test.cpp
+    audio/soundfixtures.cpp
+)
