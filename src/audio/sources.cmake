@@ -1,1 +1,2 @@
-list(APPEND TAVIK_CORE_SOURCES audio / mcicommand.cpp audio / mciemulator.cpp audio / soundfile.cpp)
+list(APPEND TAVIK_CORE_SOURCES audio / emulatorbackend.cpp audio / mcicommand.cpp audio /
+     mciemulator.cpp audio / modmci.cpp audio / recordingbackend.cpp audio / soundfile.cpp)

@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/cp1252.cpp
     util/fileops.cpp
     util/runtimeerror.cpp
+    util/tickcount.cpp
     util/variant.cpp
     util/vbstrings.cpp
 )

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "audio/mcibackend.h"
+
+#include <QString>
+#include <cstdint>
+#include <functional>
+
+namespace tavik {
+
+// The program's only way of making sound: MCI command strings, each sound addressed by an
+// alias the caller chooses. The layer keeps no table of open devices.
+class modMCI {
+public:
+    using LogSink = std::function<void(const QString&)>;
+    using ActiveWindow = std::function<qintptr()>;
+
+    modMCI(MciBackend& backend, LogSink writeLog, ActiveWindow activeWindow = {});
+
+    // Open commands name the device type only when this is set.
+    bool UseFormat = false;
+    // The window last active when play, stop, close or seek was sent.
+    qintptr mciCallbackWindow = 0;
+
+    // -1 on success, else MCI's error code (also written to the event log). `path` is
+    // replaced by its short form.
+    std::int16_t MciOpen(QString& path, const QString& alias, const QString& deviceType);
+    // These never report: stopping or closing an alias that is not open is harmless.
+    void MciPlay(const QString& alias);
+    void MciStop(const QString& alias);
+    void MciClose(const QString& alias);
+    void MciSeekToStart(const QString& alias);
+    // The length in milliseconds; 0 on any problem.
+    std::int32_t MciGetLength(const QString& alias);
+
+private:
+    MciBackend::Result send(const QString& command, int replyLength, qintptr callbackWindow);
+    void sendFromActiveWindow(const QString& command);
+
+    MciBackend& backend_;
+    LogSink writeLog_;
+    ActiveWindow activeWindow_;
+};
+
+// Waits while the user interface stays live: the wait ends at the first tick reading later
+// than now + ms, after at least one pass over pending events. Raises the overflow error when
+// the end does not fit 32 bits. Sleeps between events instead of spinning.
+void WaitMilliseconds(std::int32_t ms);
+
+} // namespace tavik
