@@ -1,2 +1,9 @@
-list(APPEND TAVIK_CORE_SOURCES audio / emulatorbackend.cpp audio / mcicommand.cpp audio /
-     mciemulator.cpp audio / modmci.cpp audio / recordingbackend.cpp audio / soundfile.cpp)
+list(APPEND TAVIK_CORE_SOURCES
+    audio/emulatorbackend.cpp
+    audio/mcicommand.cpp
+    audio/mciemulator.cpp
+    audio/modmci.cpp
+    audio/recordingbackend.cpp
+    audio/sequenceplayer.cpp
+    audio/soundfile.cpp
+)

@@ -1,4 +1,5 @@
 list(APPEND TAVIK_CORE_SOURCES
+    package/announcementrecord.cpp
     package/clszeldb.cpp
     package/packagefolder.cpp
     package/packagesettings.cpp

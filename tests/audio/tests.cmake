@@ -2,5 +2,6 @@ list(APPEND TAVIK_CORE_TESTS
     audio/mcicommand_test.cpp
     audio/mciemulator_test.cpp
     audio/modmci_test.cpp
+    audio/sequenceplayer_test.cpp
     audio/soundfixtures.cpp
 )

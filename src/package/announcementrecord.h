@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <cstdint>
+
+namespace tavik {
+
+// One announcement of the loaded package, as the main window keeps it.
+struct AnnouncementRecord {
+    QString Title;
+    QString FilePath;        // "" when no sound file was found
+    QString Key;             // also the alias its sound is open under
+    std::int32_t Length = 0; // milliseconds; 0 when the sound could not be opened
+    bool NameVisible = true;
+    std::int32_t AutoPlace = -1;
+    std::int32_t Color = 0;
+    bool Missing = false;
+};
+
+// The table of the loaded package: records 0 to AnnouncementCount - 1 are in use; the storage
+// beyond is kept and overwritten by the next load.
+struct AnnouncementTable {
+    QList<AnnouncementRecord> Announcements;
+    std::int16_t AnnouncementCount = 0;
+};
+
+// The index of the first record in use whose key equals `key` exactly, or -1.
+std::int32_t FindAnnouncementByKey(const AnnouncementTable& table, const QString& key);
+
+} // namespace tavik

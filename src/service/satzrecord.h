@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <cstdint>
+
+namespace tavik {
+
+// One entry of a sentence: an announcement and the time shift added to its play time.
+struct SatzTarget {
+    QString AnnouncementKey;
+    std::int16_t TimeOffset = 0; // milliseconds
+};
+
+// A sentence of a service: entries 0 to LastTarget are played in order.
+struct SatzRecord {
+    QString Key;
+    QString Text;
+    QList<SatzTarget> Targets;
+    std::int16_t LastTarget = -1;
+};
+
+} // namespace tavik
