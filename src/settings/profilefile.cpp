@@ -69,6 +69,8 @@ std::uint32_t saveProfile(const QString& path, const ProfileText& profile) {
 } // namespace
 
 std::optional<ProfileText> loadProfileText(const QString& path) {
+    if (path.isEmpty())
+        return std::nullopt;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
@@ -105,13 +107,11 @@ QString readProfileString(const QString& file, const QString& section, const QSt
     const QString wantedKey = ansiText(key);
     // An empty section or key name finds nothing (the system returns the default).
     if (!trimBlanks(wantedSection).isEmpty() && !trimBlanks(wantedKey).isEmpty()) {
-        const QString path = profilePath(file);
-        if (!path.isEmpty() && !QFileInfo(path).isDir()) {
-            if (const std::optional<ProfileText> profile = loadProfileText(path)) {
-                const KeyLocation loc = findKey(linesOf(*profile), wantedSection, wantedKey);
-                if (loc.keyFound && loc.hasValue)
-                    result = ansiText(unquote(cutAtNul(loc.value)).toString());
-            }
+        // A folder does not open as a file: it reads as missing.
+        if (const std::optional<ProfileText> profile = loadProfileText(profilePath(file))) {
+            const KeyLocation loc = findKey(linesOf(*profile), wantedSection, wantedKey);
+            if (loc.keyFound && loc.hasValue)
+                result = ansiText(unquote(cutAtNul(loc.value)).toString());
         }
     }
     result.truncate(bufferSize - 1);
