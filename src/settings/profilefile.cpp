@@ -99,7 +99,7 @@ QString readProfileString(const QString& file, const QString& section, const QSt
                           const QString& defaultText, qsizetype bufferSize) {
     if (bufferSize <= 0)
         return {};
-    // The default loses its trailing spaces (tabs stay), as the system's tests show.
+    // The default loses its trailing spaces (tabs stay), as the system's reader does.
     QString result = ansiText(defaultText);
     while (result.endsWith(u' '))
         result.chop(1);
@@ -157,6 +157,7 @@ std::uint32_t writeProfileString(const QString& file, const QString& section, co
         return saveProfile(path, profile);
     }
 
+    // The value goes on disk as given, blanks, quotes and all; only reads trim and unquote.
     const QString newValue = ansiText(*value);
     if (loc.keyFound) {
         // The line keeps its line end and the file's spelling of the key; blanks around the
