@@ -2,4 +2,5 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/tool.cpp
     cli/dumpcommand.cpp
     cli/setcommand.cpp
+    cli/inicommand.cpp
 )

@@ -13,7 +13,8 @@ namespace {
 const char* const kUsage =
     "usage: tavik dump PATH\n"
     "       tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean]\n"
-    "       tavik delete PATH KEY ITEM\n";
+    "       tavik delete PATH KEY ITEM\n"
+    "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n";
 
 } // namespace
 
@@ -45,6 +46,8 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return setCommand(rest, out, err);
     if (verb == u"delete")
         return deleteCommand(rest, out, err);
+    if (verb == u"ini")
+        return iniCommand(rest, out, err);
     if (verb == u"--help" || verb == u"-h" || verb == u"help") {
         out << kUsage;
         return 0;

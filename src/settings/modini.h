@@ -14,6 +14,7 @@ using MessageReporter = std::function<void(const QString&)>;
 // The profile-file routines every setting goes through. Files are ANSI (code page 1252) text
 // in the profile syntax; section and key names match without regard to case, the first match
 // wins, and nothing is cached: every call goes to the file.
+// File names may use "\" as the program builds them.
 
 // The stored value as a text variant, or the text form of `defaultValue` when the file,
 // section or key is absent ("False", "0", ""). Values are cut to 1023 characters.

@@ -1,3 +1,4 @@
 list(APPEND TAVIK_CORE_TESTS
     cli/tool_test.cpp
+    cli/ini_command_test.cpp
 )
