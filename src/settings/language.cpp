@@ -8,6 +8,9 @@
 namespace tavik {
 
 QString ReadLanguageValue(const QString& file, const QString& section, const QString& key) {
+    // No language chosen yet: there is no file to ask.
+    if (file.isEmpty())
+        return QString();
     return CStr(ReadINI(file, section, key, Variant::fromString(QString())));
 }
 

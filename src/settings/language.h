@@ -38,8 +38,8 @@ struct ControlText {
 
 ControlText ParseControlText(const QString& value);
 
-// The text of `key` in `section` of `file`, "" when absent: the one read every language
-// look-up makes.
+// The text of `key` in `section` of `file`, "" when absent or when no file is chosen yet: the
+// one read every language look-up makes.
 QString ReadLanguageValue(const QString& file, const QString& section, const QString& key);
 
 } // namespace tavik

@@ -30,7 +30,7 @@ Variant ReadINI(const QString& file, const QString& section, const QString& key,
                 const Variant& defaultValue) {
     QString result = CStr(defaultValue);
     QFile f(file);
-    if (f.open(QIODevice::ReadOnly)) {
+    if (!file.isEmpty() && f.open(QIODevice::ReadOnly)) {
         const QString text = fromCp1252(f.readAll());
         bool inSection = false;
         bool sectionSeen = false;

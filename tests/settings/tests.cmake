@@ -1,1 +1,9 @@
 # Tests of the settings module.
+list(APPEND TAVIK_CORE_TESTS
+    settings/language_test.cpp
+    settings/language_hostile_test.cpp
+    settings/languagefiles_test.cpp
+)
+list(APPEND TAVIK_WIDGET_TESTS
+    settings/applylanguage_test.cpp
+)
