@@ -1,6 +1,12 @@
 # The settings module: profile files, language files and their dialogs.
 list(APPEND TAVIK_CORE_SOURCES
+    settings/langtexts.cpp
+    settings/language.cpp
     settings/modini.cpp
     settings/profilefile.cpp
     settings/profiletext.cpp
+    settings/windowtexts.cpp
+)
+list(APPEND TAVIK_UI_SOURCES
+    settings/applylanguage.cpp
 )

@@ -1,6 +1,12 @@
 # Tests of the settings module.
 list(APPEND TAVIK_CORE_TESTS
+    settings/formatsini_test.cpp
+    settings/language_hostile_test.cpp
+    settings/language_test.cpp
+    settings/languagefiles_test.cpp
     settings/modini_test.cpp
     settings/profilerules_test.cpp
-    settings/formatsini_test.cpp
+)
+list(APPEND TAVIK_WIDGET_TESTS
+    settings/applylanguage_test.cpp
 )

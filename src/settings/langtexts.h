@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace tavik {
+
+// The numbered texts of section "_String" that the editor shows, named by purpose. Every
+// delivered language file holds each of them; `arguments` says how many of %1, %2 ... the
+// caller fills in, so the text must name exactly those.
+namespace LangText {
+inline constexpr std::int32_t DiscardListQuestion = 6; // before a package replaces the list
+inline constexpr std::int32_t DiscardListTitle = 7;    // title of that question
+inline constexpr std::int32_t IndexFileUnreadable = 8; // the package index cannot be opened
+inline constexpr std::int32_t LoadingStatusLine = 9;   // status window while loading
+inline constexpr std::int32_t SoundFileMissing = 10;   // %1 key, %2 title
+inline constexpr std::int32_t SoundAlreadyOpen = 11;   // media alias already open, reopened
+inline constexpr std::int32_t DeleteServiceQuestion = 12;
+inline constexpr std::int32_t ServiceFileMissing = 13; // service file missing or empty
+inline constexpr std::int32_t DriveUnavailable = 17;   // import dialog, drive cannot be read
+inline constexpr std::int32_t TitleOrAuthorMissing = 18;
+inline constexpr std::int32_t FolderNameMissing = 19;
+inline constexpr std::int32_t PackageAlreadyThere = 20;
+inline constexpr std::int32_t FolderNotCreated = 21;
+inline constexpr std::int32_t OptionStored = 22;
+inline constexpr std::int32_t RemoveAnnouncementQuestion = 23;
+inline constexpr std::int32_t AlreadyRunning = 24; // a second instance refuses to start
+inline constexpr std::int32_t ClosingSoundsStatusLine = 25;
+inline constexpr std::int32_t StatusLoading = 26; // status bar, panel 1
+inline constexpr std::int32_t StatusReady = 27;   // status bar, panel 1
+inline constexpr std::int32_t ImportingStatusLine = 28;
+inline constexpr std::int32_t ColumnKey = 29; // package list column captions
+inline constexpr std::int32_t ColumnTitle = 30;
+inline constexpr std::int32_t ColumnFormat = 31;
+inline constexpr std::int32_t ColumnPlayTime = 32;
+inline constexpr std::int32_t StatusHint = 33;  // status bar, panel 6
+inline constexpr std::int32_t SearchTitle = 58; // service editor's search box
+inline constexpr std::int32_t SearchPrompt = 59;
+} // namespace LangText
+
+struct LangTextUse {
+    std::int32_t number;
+    int arguments;
+};
+
+// Every numbered text the editor uses.
+std::span<const LangTextUse> UsedLangTexts();
+
+// The numbered files of section "_Files", paths below the installation root.
+namespace LangFile {
+inline constexpr std::int16_t ProductPicture = 2; // splash and about picture of other products
+inline constexpr std::int16_t EditorPicture = 3;  // the same for the product "Tavik Editor"
+inline constexpr std::int16_t AboutText = 4;      // information text of the about window
+inline constexpr std::int16_t Readme = 6;         // opened from the main window's help menu
+} // namespace LangFile
+
+std::span<const std::int16_t> UsedLangFiles();
+
+} // namespace tavik
