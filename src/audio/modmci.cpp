@@ -1,5 +1,7 @@
 #include "modmci.h"
 
+#include "settings/modini.h"
+#include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/cp1252.h"
 #include "util/runtimeerror.h"
@@ -86,6 +88,12 @@ std::int32_t modMCI::MciGetLength(const QString& alias) {
     } catch (const RuntimeError&) {
         return 0; // errors here are ignored, and the result stays 0
     }
+}
+
+QString IndentifyFormat(const QString& key) {
+    return ReadINI(NativePath(AppPath() + QStringLiteral("\\Formats.ini")), key,
+                   QStringLiteral("Format"), Variant::fromString(QString()))
+        .stringValue();
 }
 
 void WaitMilliseconds(std::int32_t ms) {

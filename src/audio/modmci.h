@@ -42,6 +42,10 @@ private:
     ActiveWindow activeWindow_;
 };
 
+// The MCI device type for a format key (a file extension) from the program folder's
+// Formats.ini; "" when the format is not listed.
+QString IndentifyFormat(const QString& key);
+
 // Waits while the user interface stays live: the wait ends at the first tick reading later
 // than now + ms, after at least one pass over pending events. Raises the overflow error when
 // the end does not fit 32 bits. Sleeps between events instead of spinning.

@@ -6,4 +6,5 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/recordingbackend.cpp
     audio/sequenceplayer.cpp
     audio/soundfile.cpp
+    audio/systembackend.cpp
 )

@@ -2,5 +2,6 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/tool.cpp
     cli/dumpcommand.cpp
     cli/setcommand.cpp
+    cli/measurecommand.cpp
     cli/inicommand.cpp
 )

@@ -14,7 +14,8 @@ const char* const kUsage =
     "usage: tavik dump PATH\n"
     "       tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean]\n"
     "       tavik delete PATH KEY ITEM\n"
-    "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n";
+    "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n"
+    "       tavik measure FILE...\n";
 
 } // namespace
 
@@ -48,6 +49,8 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return deleteCommand(rest, out, err);
     if (verb == u"ini")
         return iniCommand(rest, out, err);
+    if (verb == u"measure")
+        return measureCommand(rest, out, err);
     if (verb == u"--help" || verb == u"-h" || verb == u"help") {
         out << kUsage;
         return 0;

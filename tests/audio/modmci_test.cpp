@@ -163,3 +163,15 @@ TEST(WaitMilliseconds, ACountThatOverflowsTheTickSumRaisesOverflow) {
                                       : std::numeric_limits<std::int32_t>::min();
     EXPECT_EQ(errorOf([&] { WaitMilliseconds(ms); }), rt::Overflow);
 }
+
+TEST(IndentifyFormat, ReadsTheDeviceTypeOfAFormatFromFormatsIni) {
+    TempDir dir;
+    dir.write("bin/Formats.ini", "[Installed]\r\n1=wav\r\n[wav]\r\nFormat=waveaudio\r\n"
+                                 "[MP3]\r\nFormat = mpegvideo \r\n");
+    qputenv("TAVIK_HOME", dir.path().toLocal8Bit());
+    EXPECT_EQ(IndentifyFormat("wav"), QStringLiteral("waveaudio"));
+    EXPECT_EQ(IndentifyFormat("mp3"), QStringLiteral("mpegvideo"));
+    EXPECT_EQ(IndentifyFormat("ogg"), QString());
+    EXPECT_EQ(IndentifyFormat("???"), QString());
+    qunsetenv("TAVIK_HOME");
+}

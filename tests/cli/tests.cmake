@@ -1,4 +1,5 @@
 list(APPEND TAVIK_CORE_TESTS
     cli/tool_test.cpp
+    cli/measure_command_test.cpp
     cli/ini_command_test.cpp
 )
