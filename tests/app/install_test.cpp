@@ -1,0 +1,57 @@
+#include "audio/soundfixtures.h"
+#include "support/tempdir.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <gtest/gtest.h>
+
+using tavik::test::TempDir;
+using tavik::test::writeTone;
+
+namespace {
+
+struct ProgramRun {
+    int code = -1;
+    QString out;
+};
+
+ProgramRun run(const QString& program, const QStringList& args) {
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(QStringLiteral("TAVIK_HOME"));
+    p.setProcessEnvironment(env);
+    p.start(program, args);
+    p.waitForFinished(120000);
+    return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1,
+            QString::fromLocal8Bit(p.readAllStandardOutput())};
+}
+
+} // namespace
+
+TEST(Installation, InstallingMakesARootTheProgramsFindAsTheirOwn) {
+    TempDir dir;
+    const QString root = dir.file("root");
+    ASSERT_EQ(run(QStringLiteral(TAVIK_CMAKE_COMMAND),
+                  {"--install", QStringLiteral(TAVIK_BUILD_DIR), "--prefix", root})
+                  .code,
+              0);
+    for (const char* path : {"bin/tavik", "bin/tavik-editor", "bin/Formats.ini",
+                             "res/lang/Deutsch.lng", "res/lang/English.lng"})
+        EXPECT_TRUE(QFileInfo::exists(root + "/" + path)) << path;
+    EXPECT_TRUE(QFileInfo(root + "/Data").isDir());
+    EXPECT_FALSE(QFileInfo::exists(root + "/bin/Tavik.ini"));
+
+    // An Ogg sound opens only when its device type is named, and the installed tool takes
+    // both the switch and the type from the settings and formats files of its own root.
+    const QString sound = dir.file("ansage.ogg");
+    ASSERT_TRUE(writeTone(sound, 22050, 22050));
+    dir.write("root/bin/Tavik.ini", "[SOUND]\r\nUseFormat=1\r\n");
+    const ProgramRun named = run(root + "/bin/tavik", {"measure", sound});
+    EXPECT_EQ(named.code, 0);
+    EXPECT_EQ(named.out, "1000\t" + sound + "\n");
+    dir.write("root/bin/Tavik.ini", "[SOUND]\r\nUseFormat=0\r\n");
+    const ProgramRun byExtension = run(root + "/bin/tavik", {"measure", sound});
+    EXPECT_EQ(byExtension.code, 2);
+    EXPECT_EQ(byExtension.out, "error 281\t" + sound + "\n");
+}
