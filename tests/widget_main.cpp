@@ -5,6 +5,8 @@
 
 // Window tests run on the editor's own application object, offscreen.
 int main(int argc, char** argv) {
+    // Tests never sound: the emulator plays to its null output with the same timing.
+    qputenv("TAVIK_AUDIO", "null");
     qputenv("QT_QPA_PLATFORM", "offscreen");
     tavik::TavikApplication app(argc, argv);
     tavik::test::failOnQtWarnings();

@@ -22,7 +22,8 @@ MciEmulator::Reply error(int code) {
 
 } // namespace
 
-MciEmulator::MciEmulator(Clock clock) : clock_(std::move(clock)) {
+MciEmulator::MciEmulator(Clock clock, std::shared_ptr<SoundOutput> output)
+    : clock_(std::move(clock)), output_(std::move(output)) {
     if (!clock_) {
         auto timer = std::make_shared<QElapsedTimer>();
         timer->start();
@@ -54,9 +55,31 @@ qint64 MciEmulator::positionOf(const Device& device) const {
     return std::min(device.info.lengthMs(), device.position + (clock_() - device.startedAt));
 }
 
-void MciEmulator::settle(Device& device) const {
+SoundOutput& MciEmulator::output() {
+    if (!output_)
+        output_ = createSoundOutput();
+    return *output_;
+}
+
+void MciEmulator::settle(Device& device) {
     device.position = positionOf(device);
+    if (device.playing)
+        output().stop(device.id);
     device.playing = false;
+}
+
+void MciEmulator::play(Device& device) {
+    settle(device);
+    if (device.position >= device.info.lengthMs())
+        device.position = device.info.lengthMs();
+    if (!device.decoded) {
+        if (std::optional<DecodedSound> sound = decodeSound(device.path))
+            device.decoded = std::make_shared<const DecodedSound>(std::move(*sound));
+    }
+    device.playing = true;
+    device.startedAt = clock_();
+    if (device.decoded)
+        output().start(device.id, device.decoded, device.position);
 }
 
 MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
@@ -109,6 +132,8 @@ MciEmulator::Reply MciEmulator::send(const QString& text) {
         return error(command.error);
 
     if (command.verb == u"close" && command.device.compare(u"all", Qt::CaseInsensitive) == 0) {
+        for (Device& device : devices_)
+            settle(device);
         devices_.clear();
         return ok();
     }
@@ -122,17 +147,14 @@ MciEmulator::Reply MciEmulator::send(const QString& text) {
     const QStringList& words = command.words;
 
     if (command.verb == u"close") {
+        settle(device);
         devices_.erase(it);
         return ok();
     }
     if (command.verb == u"play") {
         if (!words.isEmpty())
             return error(mci::UnrecognizedKeyword);
-        settle(device);
-        if (device.position >= device.info.lengthMs())
-            device.position = device.info.lengthMs();
-        device.playing = true;
-        device.startedAt = clock_();
+        play(device);
         return ok();
     }
     if (command.verb == u"stop") {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/soundfile.h"
+#include "audio/soundoutput.h"
 
 #include <QHash>
 #include <QString>
@@ -20,7 +21,8 @@ public:
     // Milliseconds from any fixed start; the play positions are measured with it.
     using Clock = std::function<qint64()>;
 
-    explicit MciEmulator(Clock clock = {});
+    // Without an output the emulator takes the system's at the first play.
+    explicit MciEmulator(Clock clock = {}, std::shared_ptr<SoundOutput> output = {});
 
     Reply send(const QString& command);
 
@@ -39,14 +41,18 @@ private:
         bool playing = false;
         qint64 position = 0;  // milliseconds, when the device last changed state
         qint64 startedAt = 0; // clock reading when play began
+        std::shared_ptr<const DecodedSound> decoded; // decoded at the first play
     };
 
     Reply open(const QString& path, const QString& type, const QString& alias);
     Reply status(Device& device, const QStringList& words);
     qint64 positionOf(const Device& device) const;
-    void settle(Device& device) const;
+    void settle(Device& device);
+    void play(Device& device);
+    SoundOutput& output();
 
     Clock clock_;
+    std::shared_ptr<SoundOutput> output_;
     QHash<QString, Device> devices_; // by lower-case alias
     int nextId_ = 1;
 };

@@ -1,5 +1,6 @@
 list(APPEND TAVIK_CORE_TESTS
     audio/mcicommand_test.cpp
+    audio/mixer_test.cpp
     audio/mciemulator_test.cpp
     audio/modmci_test.cpp
     audio/sequenceplayer_test.cpp
