@@ -72,7 +72,7 @@ void MciEmulator::play(Device& device) {
     settle(device);
     if (device.position >= device.info.lengthMs())
         device.position = device.info.lengthMs();
-    if (!device.decoded) {
+    if (!device.decoded && output().needsSamples()) {
         if (std::optional<DecodedSound> sound = decodeSound(device.path))
             device.decoded = std::make_shared<const DecodedSound>(std::move(*sound));
     }
