@@ -15,6 +15,9 @@ namespace tavik {
 
 namespace {
 
+// Colour changes reach the layout once they have stopped coming for this long.
+constexpr int kColorSettleMs = 30;
+
 QColor toQColor(quint32 c) {
     return QColor(static_cast<int>(c & 0xFF), static_cast<int>((c >> 8) & 0xFF),
                   static_cast<int>((c >> 16) & 0xFF));
@@ -48,6 +51,38 @@ QString normalizeLineEnds(const QString& text) {
     return out;
 }
 
+QTextCharFormat runFormat(const RtfRun& run) {
+    QTextCharFormat fmt;
+    if (run.color != NoColor)
+        fmt.setForeground(toQColor(static_cast<quint32>(run.color)));
+    if (run.highlight != NoColor)
+        fmt.setBackground(toQColor(static_cast<quint32>(run.highlight)));
+    return fmt;
+}
+
+RtfParagraph blockRuns(const QTextBlock& block) {
+    RtfParagraph para;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment f = it.fragment();
+        const QTextCharFormat fmt = f.charFormat();
+        RtfRun run{f.text(), brushColor(fmt, QTextFormat::ForegroundBrush),
+                   brushColor(fmt, QTextFormat::BackgroundBrush)};
+        if (!para.isEmpty() && para.last().color == run.color &&
+            para.last().highlight == run.highlight)
+            para.last().text += run.text;
+        else
+            para.append(run);
+    }
+    return para;
+}
+
+QString paragraphText(const RtfParagraph& para) {
+    QString text;
+    for (const RtfRun& run : para)
+        text += run.text;
+    return text;
+}
+
 } // namespace
 
 RichTextBox::RichTextBox(QWidget* parent) : QTextEdit(parent) {
@@ -58,6 +93,9 @@ RichTextBox::RichTextBox(QWidget* parent) : QTextEdit(parent) {
     syncTimer_.setSingleShot(true);
     syncTimer_.setInterval(0);
     connect(&syncTimer_, &QTimer::timeout, this, &RichTextBox::syncSelection);
+    flushTimer_.setSingleShot(true);
+    flushTimer_.setInterval(kColorSettleMs);
+    connect(&flushTimer_, &QTimer::timeout, this, &RichTextBox::flushColors);
     connect(document(), &QTextDocument::contentsChange, this, [this](int, int removed, int added) {
         rtfValid_ = false;
         if (!internal_ && removed != added)
@@ -65,6 +103,10 @@ RichTextBox::RichTextBox(QWidget* parent) : QTextEdit(parent) {
     });
     connect(this, &QTextEdit::cursorPositionChanged, this, &RichTextBox::pullSelection);
     connect(this, &QTextEdit::selectionChanged, this, &RichTextBox::pullSelection);
+}
+
+RichTextBox::~RichTextBox() {
+    endBatch();
 }
 
 QString RichTextBox::text() const {
@@ -107,6 +149,7 @@ void RichTextBox::insertPlain(QTextCursor& cursor, const QString& text) {
 }
 
 void RichTextBox::setText(const QString& text) {
+    endBatch();
     internal_ = true;
     document()->clear();
     QTextCursor cursor(document());
@@ -125,19 +168,7 @@ QString RichTextBox::textRTF() const {
         RtfDocument doc;
         doc.paragraphs.clear();
         for (QTextBlock b = document()->begin(); b.isValid(); b = b.next()) {
-            RtfParagraph para;
-            for (auto it = b.begin(); !it.atEnd(); ++it) {
-                const QTextFragment f = it.fragment();
-                const QTextCharFormat fmt = f.charFormat();
-                RtfRun run{f.text(), brushColor(fmt, QTextFormat::ForegroundBrush),
-                           brushColor(fmt, QTextFormat::BackgroundBrush)};
-                if (!para.isEmpty() && para.last().color == run.color &&
-                    para.last().highlight == run.highlight)
-                    para.last().text += run.text;
-                else
-                    para.append(run);
-            }
-            doc.paragraphs.append(para);
+            doc.paragraphs.append(blockRuns(b));
         }
         if (doc.paragraphs.isEmpty())
             doc.paragraphs.append(RtfParagraph{});
@@ -147,27 +178,57 @@ QString RichTextBox::textRTF() const {
     return rtf_;
 }
 
-void RichTextBox::setTextRTF(const QString& rtf) {
-    const RtfDocument doc = ParseRtf(rtf);
-    internal_ = true;
-    document()->clear();
-    QTextCursor cursor(document());
-    cursor.beginEditBlock();
-    for (qsizetype p = 0; p < doc.paragraphs.size(); ++p) {
-        if (p > 0)
-            cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
-        for (const RtfRun& run : doc.paragraphs[p]) {
-            QTextCharFormat fmt;
-            if (run.color != NoColor)
-                fmt.setForeground(toQColor(static_cast<quint32>(run.color)));
-            if (run.highlight != NoColor)
-                fmt.setBackground(toQColor(static_cast<quint32>(run.highlight)));
-            cursor.insertText(run.text, fmt);
-        }
+bool RichTextBox::sameText(const RtfDocument& doc) const {
+    if (doc.paragraphs.size() != document()->blockCount())
+        return false;
+    qsizetype p = 0;
+    for (QTextBlock b = document()->begin(); b.isValid(); b = b.next(), ++p) {
+        if (paragraphText(doc.paragraphs[p]) != b.text())
+            return false;
     }
-    cursor.endEditBlock();
-    internal_ = false;
-    invalidate();
+    return true;
+}
+
+void RichTextBox::setTextRTF(const QString& rtf) {
+    RtfDocument doc = ParseRtf(rtf);
+    // Dropping empty runs makes paragraphs compare equal however they were written.
+    for (RtfParagraph& para : doc.paragraphs)
+        para.removeIf([](const RtfRun& run) { return run.text.isEmpty(); });
+    if (sameText(doc)) {
+        // Same text, new colours: the lines keep their layout, only changed ones are
+        // recoloured, and the view need not be rebuilt.
+        qsizetype p = 0;
+        for (QTextBlock b = document()->begin(); b.isValid(); b = b.next(), ++p) {
+            const RtfParagraph& para = doc.paragraphs[p];
+            if (blockRuns(b) == para)
+                continue;
+            beginBatch(false);
+            QTextCursor cursor(document());
+            int at = b.position();
+            for (const RtfRun& run : para) {
+                cursor.setPosition(at);
+                cursor.setPosition(at + static_cast<int>(run.text.size()), QTextCursor::KeepAnchor);
+                cursor.setCharFormat(runFormat(run));
+                at += static_cast<int>(run.text.size());
+            }
+        }
+        rtfValid_ = false;
+    } else {
+        endBatch();
+        internal_ = true;
+        document()->clear();
+        QTextCursor cursor(document());
+        cursor.beginEditBlock();
+        for (qsizetype p = 0; p < doc.paragraphs.size(); ++p) {
+            if (p > 0)
+                cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+            for (const RtfRun& run : doc.paragraphs[p])
+                cursor.insertText(run.text, runFormat(run));
+        }
+        cursor.endEditBlock();
+        internal_ = false;
+        invalidate();
+    }
     selStart_ = 0;
     selLength_ = 0;
     scheduleSelectionSync();
@@ -211,6 +272,11 @@ QString RichTextBox::selText() const {
 void RichTextBox::setSelText(const QString& newText) {
     const QString inserted = normalizeLineEnds(newText);
     const bool keepCache = textValid_;
+    // A hidden box gathers its appended lines too; a visible one shows each at once.
+    if (isVisible())
+        endBatch();
+    else
+        beginBatch(true);
     internal_ = true;
     QTextCursor cursor(document());
     cursor.setPosition(static_cast<int>(toDocument(selStart_)));
@@ -252,7 +318,40 @@ void RichTextBox::setSelColor(quint32 color) {
                        QTextCursor::KeepAnchor);
     QTextCharFormat fmt;
     fmt.setForeground(toQColor(color));
+    beginBatch(false);
     cursor.mergeCharFormat(fmt);
+    rtfValid_ = false;
+}
+
+void RichTextBox::beginBatch(bool text) {
+    if (!batchOpen_) {
+        batch_ = QTextCursor(document());
+        batch_.beginEditBlock();
+        batchOpen_ = true;
+    }
+    if (text)
+        batchHasText_ = true;
+    else
+        flushTimer_.start();
+}
+
+void RichTextBox::endBatch() {
+    if (!batchOpen_)
+        return;
+    batchOpen_ = false;
+    batchHasText_ = false;
+    flushTimer_.stop();
+    // Every change in the batch was made here, so the cached text is already up to date.
+    internal_ = true;
+    batch_.endEditBlock();
+    internal_ = false;
+    batch_ = QTextCursor();
+}
+
+void RichTextBox::showEvent(QShowEvent* event) {
+    endBatch();
+    syncSelection();
+    QTextEdit::showEvent(event);
 }
 
 qsizetype RichTextBox::find(const QString& what, qsizetype start) {
@@ -286,7 +385,9 @@ void RichTextBox::span(const QString& charset, bool forward, bool negate) {
 }
 
 int RichTextBox::firstVisibleLine() {
+    layoutNeeded_ = true;
     syncSelection();
+    layoutNeeded_ = false;
     return cursorForPosition(QPoint(0, 0)).blockNumber();
 }
 
@@ -295,7 +396,9 @@ int RichTextBox::lineCount() const {
 }
 
 void RichTextBox::scrollView(ScrollAction action) {
+    layoutNeeded_ = true;
     syncSelection();
+    layoutNeeded_ = false;
     QScrollBar* bar = verticalScrollBar();
     const int first = firstVisibleLine();
     auto topOf = [&](int line) {
@@ -330,7 +433,19 @@ void RichTextBox::scheduleSelectionSync() {
         syncTimer_.start();
 }
 
+void RichTextBox::flushColors() {
+    if (batchHasText_ && !isVisible())
+        return;
+    endBatch();
+}
+
 void RichTextBox::syncSelection() {
+    // A hidden box keeps gathering: nobody sees it, and its layout can wait.
+    if (!isVisible() && !layoutNeeded_)
+        return;
+    // Pending colours leave every line where it is; pending lines must be laid out first.
+    if (batchHasText_)
+        endBatch();
     if (!selectionDirty_)
         return;
     selectionDirty_ = false;

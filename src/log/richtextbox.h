@@ -1,5 +1,8 @@
 #pragma once
 
+#include "rtfdocument.h"
+
+#include <QTextCursor>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -9,13 +12,16 @@ namespace tavik {
 // Text positions count a line end as CR LF, as the box's plain text reads; colours are
 // Windows colour values (0x00BBGGRR). Like the Windows box, changing the selection scrolls it
 // into view; here that happens when events are next processed or the view is next asked
-// about, so long passes over the selection do not scroll on every step.
+// about, so long passes over the selection do not scroll on every step. Likewise colour
+// changes reach the layout together, when events are next processed or the view is needed;
+// a hidden box gathers colours and appended lines until it is shown.
 class RichTextBox : public QTextEdit {
     Q_OBJECT
 public:
     enum class ScrollAction { LineUp = 0, LineDown = 1, PageUp = 2, PageDown = 3 };
 
     explicit RichTextBox(QWidget* parent = nullptr);
+    ~RichTextBox() override;
 
     // The plain text with CR LF line ends.
     QString text() const;
@@ -51,15 +57,24 @@ public:
     int lineCount() const;
     void scrollView(ScrollAction action);
     void refresh();
+    // True while changes wait to reach the layout (and so the screen).
+    bool hasPendingChanges() const { return batchOpen_; }
+
+protected:
+    void showEvent(QShowEvent* event) override;
 
 private:
     qsizetype toDocument(qsizetype pos) const;
     qsizetype fromDocument(qsizetype pos) const;
-    void insertPlain(class QTextCursor& cursor, const QString& text);
+    void insertPlain(QTextCursor& cursor, const QString& text);
     void invalidate();
     void scheduleSelectionSync();
     void syncSelection();
     void pullSelection();
+    void beginBatch(bool text);
+    void endBatch();
+    void flushColors();
+    bool sameText(const RtfDocument& doc) const;
 
     mutable QString text_;
     mutable bool textValid_ = false;
@@ -70,6 +85,14 @@ private:
     bool internal_ = false;
     bool selectionDirty_ = false;
     QTimer syncTimer_;
+    // Changes are gathered in one open edit block, so the layout follows them once instead
+    // of once per change. Colours leave the geometry as it is and settle on a timer; lines
+    // appended to a hidden box wait until it is shown or its layout is needed.
+    QTextCursor batch_;
+    bool batchOpen_ = false;
+    bool batchHasText_ = false;
+    QTimer flushTimer_;
+    bool layoutNeeded_ = false;
 };
 
 } // namespace tavik
