@@ -388,7 +388,8 @@ int RichTextBox::firstVisibleLine() {
     layoutNeeded_ = true;
     syncSelection();
     layoutNeeded_ = false;
-    return cursorForPosition(QPoint(0, 0)).blockNumber();
+    // One pixel down: a line whose top is the view's top edge is the first visible one.
+    return cursorForPosition(QPoint(0, 1)).blockNumber();
 }
 
 int RichTextBox::lineCount() const {
