@@ -34,13 +34,18 @@ int brushColor(const QTextCharFormat& f, QTextFormat::Property property) {
     return brush.style() == Qt::NoBrush ? NoColor : toWinColor(brush.color());
 }
 
+// What the document turns into a new line when it is inserted.
+bool isLineBreak(QChar c) {
+    return c == u'\r' || c == u'\n' || c == QChar::ParagraphSeparator;
+}
+
 // Every line end as CR LF.
 QString normalizeLineEnds(const QString& text) {
     QString out;
     out.reserve(text.size() + 2);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
-        if (c == u'\r' || c == u'\n') {
+        if (isLineBreak(c)) {
             if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
                 ++i;
             out += QStringLiteral("\r\n");
@@ -135,7 +140,7 @@ void RichTextBox::insertPlain(QTextCursor& cursor, const QString& text) {
     const QTextCharFormat plain;
     qsizetype from = 0;
     for (qsizetype i = 0; i <= text.size(); ++i) {
-        if (i < text.size() && text[i] != u'\r' && text[i] != u'\n')
+        if (i < text.size() && !isLineBreak(text[i]))
             continue;
         if (i > from)
             cursor.insertText(text.mid(from, i - from), plain);

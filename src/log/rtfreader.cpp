@@ -243,6 +243,11 @@ private:
             --pendingSkip_;
             return;
         }
+        // A line break that arrives as a character still ends the paragraph.
+        if (ch == u'\r' || ch == u'\n' || ch == QChar::ParagraphSeparator) {
+            paragraph();
+            return;
+        }
         const int color = colorAt(s.color);
         const int highlight = colorAt(s.highlight);
         RtfParagraph& para = doc_.paragraphs.last();

@@ -121,3 +121,17 @@ TEST(RestoreFirstLine, AnUnscrollableBoxEndsWithoutHanging) {
     RTFHighlight::RestoreFirstLine(&form, box, 0, true);
     EXPECT_EQ(box->firstVisibleLine(), 0);
 }
+
+TEST(RichTextBox, EveryKindOfLineBreakEndsALineAndKeepsPositionsInStep) {
+    RichTextBox box;
+    box.setText(QStringLiteral("a\u2029b\rc"));
+    box.setSelStart(box.textLength());
+    box.setSelText(QStringLiteral("d\ne\u2029"));
+    EXPECT_EQ(box.text(), QStringLiteral("a\r\nb\r\ncd\r\ne\r\n"));
+    EXPECT_EQ(box.lineCount(), 5);
+    EXPECT_EQ(box.find(QStringLiteral("e"), 0), 10);
+    box.setSelColor(0x0000FF);
+    EXPECT_EQ(textColor(box, 3, 0), kRed);
+    box.setTextRTF(QStringLiteral("{\\rtf1 x\\u8233?y}"));
+    EXPECT_EQ(box.text(), QStringLiteral("x\r\ny"));
+}
