@@ -266,7 +266,7 @@ void RichTextBox::setSelStart(qsizetype start) {
 }
 
 void RichTextBox::setSelLength(qsizetype length) {
-    selLength_ = std::clamp<qsizetype>(length, 0, textLength() - selStart_);
+    selLength_ = std::clamp<qsizetype>(length, 0, std::max<qsizetype>(0, textLength() - selStart_));
     scheduleSelectionSync();
 }
 
