@@ -192,3 +192,13 @@ TEST(frmDebug, TheCheckBoxSwitchesFileLogging) {
     QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(6, check->height() / 2));
     EXPECT_TRUE(readAll(dir.file(QStringLiteral("Tavik.ini"))).contains("ToFile=0"));
 }
+
+TEST(frmDebug, TheTemporaryMarkerColourIsUndoneAfterTheLinePass) {
+    Viewer v({QStringLiteral("READY"), QStringLiteral("READY"), QStringLiteral("!x")});
+    RTFHighlight::HighlightToLineEnd(&v.form, &v.box, 0x0000FF, QStringLiteral("!"), true);
+    EXPECT_EQ(backColor(v.box, 2, 0), kRed);
+    EXPECT_EQ(backColor(v.box, 2, 1), kRed);
+    // The marker coloured to put red into the colour table is black again.
+    EXPECT_EQ(textColor(v.box, 2, 0), QColor(0, 0, 0));
+    EXPECT_EQ(v.box.selStart(), 0);
+}
