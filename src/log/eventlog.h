@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace tavik {
+
+class frmDebug;
+
+// The program's event log: every line goes to the debug viewer and, when logging to file is
+// switched on in the settings file, to the log file. Owns the viewer, which it creates hidden
+// on first use and keeps until it is destroyed itself at the end of the program.
+class EventLog {
+public:
+    explicit EventLog(QString programFolder);
+    ~EventLog();
+    EventLog(const EventLog&) = delete;
+    EventLog& operator=(const EventLog&) = delete;
+
+    // Adds `line` (without line end) to the viewer and, if switched on, to the log file. A
+    // log file that cannot be written raises the runtime error to the caller.
+    void WriteLog(const QString& line);
+
+    frmDebug* viewer();
+
+private:
+    QString programFolder_;
+    std::unique_ptr<frmDebug> viewer_;
+};
+
+} // namespace tavik

@@ -1,0 +1,68 @@
+#include "logsettings.h"
+
+#include "settings/modini.h"
+#include "util/apppath.h"
+#include "util/conversions.h"
+#include "util/cp1252.h"
+#include "util/runtimeerror.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace tavik {
+
+namespace {
+
+const QString kSection = QStringLiteral("Log");
+const QString kToFile = QStringLiteral("ToFile");
+const QString kFile = QStringLiteral("File");
+
+// A switch as a user may type it: a number (non-zero is on) or "True"/"False".
+bool isOn(const QString& text) {
+    const QString t = text.trimmed();
+    if (t.compare(QStringLiteral("True"), Qt::CaseInsensitive) == 0)
+        return true;
+    return Val(t) != 0;
+}
+
+} // namespace
+
+QString SettingsFilePath(const QString& programFolder) {
+    return NativePath(programFolder + QStringLiteral("\\Tavik.ini"));
+}
+
+QString DefaultLogFilePath(const QString& programFolder) {
+    return NativePath(programFolder + QStringLiteral("\\res\\log\\Tavik.log"));
+}
+
+LogSettings ReadLogSettings(const QString& programFolder) {
+    const QString ini = SettingsFilePath(programFolder);
+    LogSettings s;
+    s.toFile = isOn(CStr(ReadINI(ini, kSection, kToFile, Variant::fromInteger(0))));
+    if (s.toFile) {
+        const QString file = CStr(ReadINI(ini, kSection, kFile, Variant::fromString({})));
+        s.file = file.trimmed().isEmpty() ? DefaultLogFilePath(programFolder) : NativePath(file);
+    }
+    return s;
+}
+
+void WriteLogToFile(const QString& programFolder, bool on) {
+    WriteINI(SettingsFilePath(programFolder), kSection, kToFile, QString::number(toVbBool(on)));
+}
+
+void AppendLogRecord(const QString& path, const QString& line) {
+    const QFileInfo info(path);
+    if (!QFileInfo(info.absolutePath()).isDir())
+        throw RuntimeError(rt::PathNotFound);
+    // An append adds bytes after the old ones and never rewrites them, so the log keeps
+    // everything written before a failure without going through a temporary file.
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
+        throw RuntimeError(rt::PathFileAccess);
+    const QByteArray record = toCp1252(QStringLiteral("\"") + line + QStringLiteral("\"\r\n"));
+    if (file.write(record) != record.size() || !file.flush())
+        throw RuntimeError(rt::PathFileAccess);
+    file.close();
+}
+
+} // namespace tavik
