@@ -8,10 +8,6 @@ list(APPEND TAVIK_CORE_SOURCES
     log/rtfwriter.cpp
     log/wordmatch.cpp
 )
-# Stands in for the settings module's profile routines until they are merged.
-list(APPEND TAVIK_CORE_SOURCES
-    log/modini_interim.cpp
-)
 list(APPEND TAVIK_UI_SOURCES
     log/eventlog.cpp
     log/frmdebug.cpp
