@@ -8,13 +8,14 @@
 
 namespace tavik {
 
-EventLog::EventLog(QString programFolder) : programFolder_(std::move(programFolder)) {}
+EventLog::EventLog(QString programFolder, const Language* language)
+    : programFolder_(std::move(programFolder)), language_(language) {}
 
 EventLog::~EventLog() = default;
 
 frmDebug* EventLog::viewer() {
     if (!viewer_)
-        viewer_ = std::make_unique<frmDebug>(programFolder_);
+        viewer_ = std::make_unique<frmDebug>(programFolder_, language_);
     return viewer_.get();
 }
 

@@ -6,13 +6,15 @@
 namespace tavik {
 
 class frmDebug;
+class Language;
 
 // The program's event log: every line goes to the debug viewer and, when logging to file is
 // switched on in the settings file, to the log file. Owns the viewer, which it creates hidden
 // on first use and keeps until it is destroyed itself at the end of the program.
 class EventLog {
 public:
-    explicit EventLog(QString programFolder);
+    // The viewer labels itself from `language` (the program's one, which outlives the log).
+    explicit EventLog(QString programFolder, const Language* language = nullptr);
     ~EventLog();
     EventLog(const EventLog&) = delete;
     EventLog& operator=(const EventLog&) = delete;
@@ -25,6 +27,7 @@ public:
 
 private:
     QString programFolder_;
+    const Language* language_;
     std::unique_ptr<frmDebug> viewer_;
 };
 

@@ -3,6 +3,8 @@
 #include "logsettings.h"
 #include "richtextbox.h"
 #include "rtfhighlight.h"
+#include "settings/applylanguage.h"
+#include "settings/language.h"
 #include "util/vbstrings.h"
 
 #include <QCheckBox>
@@ -24,7 +26,7 @@ constexpr quint32 kYellow = 0x00FFFF;
 
 } // namespace
 
-frmDebug::frmDebug(QString programFolder, QWidget* parent)
+frmDebug::frmDebug(QString programFolder, const Language* language, QWidget* parent)
     : QWidget(parent, Qt::Window), programFolder_(std::move(programFolder)),
       txtDebug_(new RichTextBox(this)),
       chkLogToFile_(new QCheckBox(QStringLiteral("In Datei protokollieren"), this)) {
@@ -41,6 +43,8 @@ frmDebug::frmDebug(QString programFolder, QWidget* parent)
     eventWords_ = Split(QStringLiteral("LOAD|READY|FOUND|ANNOUNCE|PLAY"), QStringLiteral("|"));
     resize(480, 360);
     layoutControls();
+    if (language)
+        ApplyLanguage(this, objectName(), language->LanguageFile);
 }
 
 void frmDebug::Highlight() {

@@ -7,6 +7,7 @@ class QCheckBox;
 
 namespace tavik {
 
+class Language;
 class RichTextBox;
 
 // The debug viewer: the event log, coloured so that errors, events and quoted names stand
@@ -15,7 +16,9 @@ class frmDebug : public QWidget {
     Q_OBJECT
 public:
     // `programFolder` holds the settings file the file-logging switch writes to.
-    explicit frmDebug(QString programFolder, QWidget* parent = nullptr);
+    // The window labels itself from `language` when it loads.
+    explicit frmDebug(QString programFolder, const Language* language = nullptr,
+                      QWidget* parent = nullptr);
 
     // Recolours the current contents and shows the text area.
     void Highlight();

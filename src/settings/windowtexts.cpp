@@ -42,6 +42,8 @@ constexpr const char* kOptions[] = {"Frame1", "Label1", "chkMedia", "cmdOK", "cm
 
 constexpr const char* kLanguage[] = {"Label1", "Label2", "Label3", "cmdOK", "cmdCancel"};
 
+constexpr const char* kDebug[] = {"chkLogToFile"};
+
 constexpr const char* kSplash[] = {"lblClick"};
 
 constexpr const char* kAbout[] = {"Label2", "lblURL", "cmdOK"};
@@ -49,7 +51,7 @@ constexpr const char* kAbout[] = {"Label2", "lblURL", "cmdOK"};
 constexpr WindowTexts kWindows[] = {
     {"frmMain", kMain},       {"frmDienst", kDienst},     {"frmFile", kFile},
     {"frmOpen", kOpen},       {"frmNew", kNew},           {"frmSetting", kSetting},
-    {"frmOptions", kOptions}, {"frmLanguage", kLanguage}, {"frmDebug", {}},
+    {"frmOptions", kOptions}, {"frmLanguage", kLanguage}, {"frmDebug", kDebug},
     {"frmSplash", kSplash},   {"frmAbout", kAbout},       {"frmStatus", {}},
 };
 

@@ -2,6 +2,7 @@
 #include "log/frmdebug.h"
 #include "log/richtextbox.h"
 #include "log/rtfhighlight.h"
+#include "settings/language.h"
 #include "support/tempdir.h"
 
 #include <QCheckBox>
@@ -201,4 +202,17 @@ TEST(frmDebug, TheTemporaryMarkerColourIsUndoneAfterTheLinePass) {
     // The marker coloured to put red into the colour table is black again.
     EXPECT_EQ(textColor(v.box, 2, 0), QColor(0, 0, 0));
     EXPECT_EQ(v.box.selStart(), 0);
+}
+
+TEST(frmDebug, LabelsItselfFromTheLanguageFileWhenItLoads) {
+    TempDir dir;
+    Language language;
+    language.LanguageFile = dir.write("Deutsch.lng", "[frmDebug]\r\nCaption=Ereignisprotokoll\r\n"
+                                                     "chkLogToFile=In &Datei|Auch in die Datei\r\n"
+                                                     "txtDebug=never shown\r\n");
+    frmDebug form(dir.path(), &language);
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Ereignisprotokoll"));
+    EXPECT_EQ(form.chkLogToFile()->text(), QStringLiteral("In &Datei"));
+    EXPECT_EQ(form.chkLogToFile()->toolTip(), QStringLiteral("Auch in die Datei"));
+    EXPECT_EQ(form.txtDebug()->text(), QString());
 }
