@@ -6,6 +6,8 @@
 #include "settings/language.h"
 #include "settings/windowtexts.h"
 
+#include "benchutil.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
@@ -17,20 +19,10 @@
 #include <vector>
 
 using namespace tavik;
+using tavik::bench::median;
+using tavik::bench::timeMs;
 
 namespace {
-
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
-template <typename F> double timeMs(F&& f) {
-    QElapsedTimer t;
-    t.start();
-    f();
-    return static_cast<double>(t.nsecsElapsed()) / 1e6;
-}
 
 void report(const char* what, int runs, std::vector<double> times, double targetMs) {
     const double m = median(times);

@@ -4,6 +4,8 @@
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
 
+#include "benchutil.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -13,20 +15,10 @@
 #include <vector>
 
 using namespace tavik;
+using tavik::bench::median;
+using tavik::bench::timeMs;
 
 namespace {
-
-double median(std::vector<double> v) {
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
-template <typename F> double timeMs(F&& f) {
-    QElapsedTimer t;
-    t.start();
-    f();
-    return static_cast<double>(t.nsecsElapsed()) / 1e6;
-}
 
 void buildPackage(clsZELDB& store, int announcements) {
     store.SaveSetting("INFO", "Name", Variant::fromString("Benchmark"));
