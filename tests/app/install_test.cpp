@@ -40,6 +40,7 @@ TEST(Installation, InstallingMakesARootTheProgramsFindAsTheirOwn) {
                              "res/lang/Deutsch.lng", "res/lang/English.lng"})
         EXPECT_TRUE(QFileInfo::exists(root + "/" + path)) << path;
     EXPECT_TRUE(QFileInfo(root + "/Data").isDir());
+    EXPECT_TRUE(QFileInfo(root + "/bin/res/log").isDir());
     EXPECT_FALSE(QFileInfo::exists(root + "/bin/Tavik.ini"));
 
     // An Ogg sound opens only when its device type is named, and the installed tool takes

@@ -80,6 +80,21 @@ TEST(PlayAnnouncementSequence, ANegativeShiftStartsTheNextSoundBeforeThePrevious
     EXPECT_LE(p.timeOf("stop 0000"), play1);
 }
 
+TEST(PlayAnnouncementSequence, AShiftOfMinus500PlaysTheNextSound500MsBeforeThePreviousEnds) {
+    Player p;
+    p.add("0000", "Bitte Vorsicht bei der Einfahrt", 600);
+    p.add("0001", "Gong", 20);
+    p.play(sentence("x", {{"0000", -500}, {"0001", 0}}));
+    const qint64 play0 = p.timeOf("play 0000");
+    const qint64 play1 = p.timeOf("play 0001");
+    // 0000 would sound until play0 + 600; the next play comes 500 ms before that, right
+    // after the stop that cuts 0000 off.
+    EXPECT_GT(play1 - play0, 100);
+    EXPECT_LT(play1 - play0, 100 + 150);
+    EXPECT_LE(p.timeOf("stop 0000"), play1);
+    EXPECT_GE(p.timeOf("stop 0000"), play0 + 100);
+}
+
 TEST(PlayAnnouncementSequence, AnUnknownKeyRaisesTheSubscriptErrorAndLeavesBusySet) {
     Player p;
     p.add("0000", "Gong", 10);
