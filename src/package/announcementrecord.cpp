@@ -1,5 +1,7 @@
 #include "announcementrecord.h"
 
+#include "util/runtimeerror.h"
+
 namespace tavik {
 
 std::int32_t FindAnnouncementByKey(const AnnouncementTable& table, const QString& key) {

@@ -25,7 +25,9 @@ struct AnnouncementTable {
     std::int16_t AnnouncementCount = 0;
 };
 
-// The index of the first record in use whose key equals `key` exactly, or -1.
+// The index of the first record whose key equals `key` exactly, searching records 0 to
+// AnnouncementCount inclusive; -1 when none matches. Raises runtime error 9 when the search
+// reaches past the table's storage.
 std::int32_t FindAnnouncementByKey(const AnnouncementTable& table, const QString& key);
 
 } // namespace tavik

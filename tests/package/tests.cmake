@@ -1,4 +1,5 @@
 list(APPEND TAVIK_CORE_TESTS
+    package/announcementrecord_test.cpp
     package/clszeldb_test.cpp
     package/zeldb_hostile_test.cpp
     package/packagefolder_test.cpp
