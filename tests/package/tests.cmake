@@ -1,6 +1,7 @@
 list(APPEND TAVIK_CORE_TESTS
     package/announcementrecord_test.cpp
     package/clszeldb_test.cpp
+    package/demopackage_test.cpp
     package/zeldb_hostile_test.cpp
     package/packagefolder_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/package_index_input.cpp
