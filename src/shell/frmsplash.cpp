@@ -1,0 +1,62 @@
+#include "frmsplash.h"
+
+#include "settings/applylanguage.h"
+#include "settings/language.h"
+#include "shell/clicklabel.h"
+#include "shell/productinfo.h"
+
+#include <QCoreApplication>
+#include <QPixmap>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace tavik {
+
+namespace {
+
+// Long enough to read the version line, short enough not to hold up work.
+constexpr int kSplashMilliseconds = 2500;
+
+} // namespace
+
+QPixmap ProductPicture(const Language& language) {
+    return QPixmap(language.GetLangFile(PictureFileNumber(QCoreApplication::applicationName())));
+}
+
+void frmSplash::FormOnTop(QWidget* window, bool onTop) {
+    const bool visible = window->isVisible();
+    const QRect geometry = window->geometry();
+    window->setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+    if (visible) {
+        window->setGeometry(geometry);
+        window->show();
+    }
+}
+
+frmSplash::frmSplash(const Language& language, QWidget* parent)
+    : QDialog(parent, Qt::SplashScreen), picture_(new QLabel(this)), lblVersion_(new QLabel(this)),
+      lblClick_(new ClickLabel(QStringLiteral("Klicken Sie hier, um fortzufahren"), this)),
+      timer_(new QTimer(this)) {
+    setObjectName(QStringLiteral("frmSplash"));
+    picture_->setObjectName(QStringLiteral("picLogo"));
+    lblVersion_->setObjectName(QStringLiteral("lblVersion"));
+    lblClick_->setObjectName(QStringLiteral("lblClick"));
+    timer_->setObjectName(QStringLiteral("Timer1"));
+    timer_->setSingleShot(true);
+    timer_->setInterval(kSplashMilliseconds);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(picture_, 0, Qt::AlignCenter);
+    layout->addWidget(lblVersion_, 0, Qt::AlignCenter);
+    layout->addWidget(lblClick_, 0, Qt::AlignCenter);
+
+    ApplyLanguage(this, objectName(), language.LanguageFile);
+    FormOnTop(this, true);
+    picture_->setPixmap(ProductPicture(language));
+    lblVersion_->setText(ProgramVersionLine());
+    connect(timer_, &QTimer::timeout, this, &QDialog::accept);
+    connect(lblClick_, &ClickLabel::clicked, this, &QDialog::accept);
+    timer_->start();
+}
+
+} // namespace tavik
