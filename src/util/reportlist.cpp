@@ -273,8 +273,8 @@ void ReportList::SetColumnWidth(int index, double twips) {
     checkColumn(index);
     if (!std::isfinite(twips) || twips < 0)
         throw RuntimeError(rt::InvalidCall);
-    setColumnWidth(index - 1,
-                   static_cast<int>(std::min(std::lround(twips / TwipsPerPixel), 32767L)));
+    const double pixels = std::min(twips / TwipsPerPixel, 32767.0);
+    setColumnWidth(index - 1, static_cast<int>(std::lround(pixels)));
 }
 
 ReportListItem* ReportList::AddItem(const QString& text, const QString& key, int index) {

@@ -132,6 +132,21 @@ TEST(ListRows, SwapCarriesTheSelectionWithTheRow) {
     EXPECT_EQ(f.list.SelectedItem()->Key(), "0003");
 }
 
+TEST(ListRows, RowsWithoutKeysSwapToo) {
+    ReportList list;
+    list.AddColumn("Key");
+    list.AddColumn("Titel");
+    list.AddItem("0003")->SetSubItems(1, "Gleis");
+    list.AddItem("0003")->SetSubItems(1, "Bahnsteig");
+    list.ListItems(2)->SetSelected(true);
+    MoveRowUp(&list);
+    EXPECT_EQ(list.ListItems(1)->SubItems(1), "Bahnsteig");
+    EXPECT_EQ(list.ListItems(2)->SubItems(1), "Gleis");
+    EXPECT_EQ(list.ListItems(1)->Key(), "");
+    EXPECT_EQ(list.ListItems(2)->Key(), "");
+    EXPECT_EQ(list.FindItemByKey("~temp"), nullptr);
+}
+
 TEST(ListRows, RowKeyedTempCannotBeSwapped) {
     PackageList f;
     f.list.ListItems(5)->SetKey("~temp");

@@ -156,6 +156,8 @@ TEST(ReportList, ColumnWidthsAreTwipsOfWholePixels) {
     EXPECT_EQ(f.list.columnWidth(0), 0);
     EXPECT_EQ(errorOf([&] { f.list.SetColumnWidth(3, 100); }), 35600);
     EXPECT_EQ(errorOf([&] { f.list.SetColumnWidth(1, -1); }), 5);
+    f.list.SetColumnWidth(1, 1e300);
+    EXPECT_EQ(f.list.columnWidth(0), 32767);
     f.list.SetColumnText(2, "Title");
     EXPECT_EQ(f.list.headerItem()->text(1), "Title");
 }
