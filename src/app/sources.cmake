@@ -1,3 +1,4 @@
 list(APPEND TAVIK_UI_SOURCES
+    app/frmstatus.cpp
     app/tavikapplication.cpp
 )

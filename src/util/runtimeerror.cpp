@@ -47,6 +47,11 @@ QString RuntimeError::defaultDescription(int number) {
         return QStringLiteral("Fehler beim Zugriff auf Pfad/Datei");
     case 76:
         return QStringLiteral("Pfad nicht gefunden");
+    // The list controls bring their own texts.
+    case 35600:
+        return QStringLiteral("Index out of bounds");
+    case 35602:
+        return QStringLiteral("Key is not unique in collection");
     default:
         return QStringLiteral("Anwendungs- oder objektdefinierter Fehler");
     }

@@ -38,6 +38,9 @@ inline constexpr int InputPastEnd = 62;
 inline constexpr int PermissionDenied = 70;
 inline constexpr int PathFileAccess = 75;
 inline constexpr int PathNotFound = 76;
+// Raised by the list controls.
+inline constexpr int IndexOutOfBounds = 35600;
+inline constexpr int KeyNotUnique = 35602;
 } // namespace rt
 
 } // namespace tavik

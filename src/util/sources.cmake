@@ -9,3 +9,11 @@ list(APPEND TAVIK_CORE_SOURCES
     util/variant.cpp
     util/vbstrings.cpp
 )
+# Report-style lists with their row routines, and the editor's push button.
+list(APPEND TAVIK_UI_SOURCES
+    util/listrows.cpp
+    util/modlistview.cpp
+    util/reportlist.cpp
+    util/wincolor.cpp
+    util/zelcmd.cpp
+)

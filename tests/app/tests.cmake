@@ -2,5 +2,6 @@ list(APPEND TAVIK_CORE_TESTS
     app/install_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
+    app/frmstatus_test.cpp
     app/tavikapplication_test.cpp
 )

@@ -4,3 +4,9 @@ list(APPEND TAVIK_CORE_TESTS
     util/fileops_test.cpp
     util/vbstrings_test.cpp
 )
+# The report list, its row routines and the push button.
+list(APPEND TAVIK_WIDGET_TESTS
+    util/listrows_test.cpp
+    util/reportlist_test.cpp
+    util/zelcmd_test.cpp
+)

@@ -1,0 +1,151 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QVariant>
+
+namespace tavik {
+
+class ReportList;
+
+// Sort orders of the report list.
+namespace lvw {
+inline constexpr int Ascending = 0;
+inline constexpr int Descending = 1;
+} // namespace lvw
+
+// The colour value items start with: the system's window text colour.
+inline constexpr quint32 WindowTextColor = 0x80000008u;
+
+// One sub-item (a column right of the first) of a list item, counted from 1.
+class ReportListSubItem {
+public:
+    ReportListSubItem(QTreeWidgetItem* item, int index) : item_(item), index_(index) {}
+
+    int Index() const { return index_; }
+    bool Bold() const;
+    void SetBold(bool bold);
+    quint32 ForeColor() const;
+    void SetForeColor(quint32 color);
+    QString Key() const;
+    // Unique among the item's sub-items; a duplicate raises 35602.
+    void SetKey(const QString& key);
+    QVariant ReportIcon() const;
+    void SetReportIcon(const QVariant& icon);
+    QString Tag() const;
+    void SetTag(const QString& tag);
+    QString Text() const;
+    void SetText(const QString& text);
+    QString ToolTipText() const;
+    void SetToolTipText(const QString& text);
+
+private:
+    QTreeWidgetItem* item_;
+    int index_;
+};
+
+// One row of a report list. Its own properties belong to the first column; each sub-item
+// carries its own, as in the Windows control.
+class ReportListItem : public QTreeWidgetItem {
+public:
+    ~ReportListItem() override;
+
+    // The position in the list, from 1; 0 once the item has left its list.
+    int Index() const;
+
+    bool Bold() const;
+    void SetBold(bool bold);
+    bool Checked() const;
+    void SetChecked(bool checked);
+    quint32 ForeColor() const;
+    void SetForeColor(quint32 color);
+    bool Ghosted() const;
+    void SetGhosted(bool ghosted);
+    QVariant Icon() const;
+    void SetIcon(const QVariant& icon);
+    QString Key() const;
+    // Unique in the list (without regard to case); a duplicate raises 35602. "" is no key.
+    void SetKey(const QString& key);
+    bool Selected() const;
+    // Selecting an item of a single-selection list deselects the others.
+    void SetSelected(bool selected);
+    QVariant SmallIcon() const;
+    void SetSmallIcon(const QVariant& icon);
+    QString Tag() const;
+    void SetTag(const QString& tag);
+    QString Text() const;
+    void SetText(const QString& text);
+    QString ToolTipText() const;
+    void SetToolTipText(const QString& text);
+
+    // One sub-item per column right of the first.
+    int SubItemCount() const;
+    // Sub-item 1 to SubItemCount(); any other index raises 35600.
+    ReportListSubItem SubItem(int index);
+    QString SubItems(int index);
+    void SetSubItems(int index, const QString& text);
+
+private:
+    friend class ReportList;
+    explicit ReportListItem(ReportList* owner) : owner_(owner) {}
+
+    ReportList* owner_;
+};
+
+// A report-style list view: column headers with widths in twips, items counted from 1 with
+// unique keys, and text sorting by one column. Rows keep their place when edited; sorting
+// happens when switched on, when the sort key or order changes while on, and when an item
+// is added while on.
+class ReportList : public QTreeWidget {
+    Q_OBJECT
+public:
+    explicit ReportList(QWidget* parent = nullptr);
+    ~ReportList() override;
+
+    // Column headers, counted from 1.
+    int AddColumn(const QString& text, double widthTwips = 1440.0);
+    int ColumnHeadersCount() const { return columns_; }
+    QString ColumnText(int index) const;
+    void SetColumnText(int index, const QString& text);
+    // In twips; the control keeps whole pixels of 15 twips each.
+    double ColumnWidth(int index) const;
+    void SetColumnWidth(int index, double twips);
+
+    // List items, counted from 1.
+    int Count() const { return topLevelItemCount(); }
+    // Adds at `index` (0: at the end, or in sorted order while sorting is on).
+    ReportListItem* AddItem(const QString& text, const QString& key = {}, int index = 0);
+    // Item 1 to Count(); any other index raises 35600.
+    ReportListItem* ListItems(int index) const;
+    ReportListItem* FindItemByKey(const QString& key) const;
+    void RemoveItem(int index);
+    void ClearItems();
+    ReportListItem* SelectedItem() const;
+
+    // The sort column: 0 is the item text, n the n-th sub-item.
+    int SortKey() const { return sortKey_; }
+    void SetSortKey(int column);
+    bool Sorted() const { return sorted_; }
+    void SetSorted(bool sorted);
+    int SortOrder() const { return sortOrder_; }
+    void SetSortOrder(int order);
+
+private:
+    friend class ReportListItem;
+    void checkColumn(int index) const;
+    void registerKey(ReportListItem* item, const QString& oldKey, const QString& newKey);
+    void forgetKey(ReportListItem* item);
+    bool before(const QTreeWidgetItem* a, const QTreeWidgetItem* b) const;
+    int sortedPosition(const QTreeWidgetItem* item) const;
+    void sortItems();
+
+    QHash<QString, ReportListItem*> keys_;
+    int columns_ = 0;
+    int sortKey_ = 0;
+    bool sorted_ = false;
+    int sortOrder_ = lvw::Ascending;
+};
+
+} // namespace tavik

@@ -1,0 +1,234 @@
+#include "util/reportlist.h"
+
+#include "support/errorof.h"
+#include "util/wincolor.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using tavik::test::errorOf;
+
+namespace {
+
+struct ThreeRows {
+    ReportList list;
+    ThreeRows() {
+        list.AddColumn("Key", 1500);
+        list.AddColumn("Titel", 3000);
+        list.AddItem("a", "A");
+        list.AddItem("b", "B");
+        list.AddItem("c", "C");
+    }
+};
+
+QStringList texts(const ReportList& list, int column = 0) {
+    QStringList out;
+    for (int i = 1; i <= list.Count(); ++i)
+        out << (column == 0 ? list.ListItems(i)->Text() : list.ListItems(i)->SubItems(column));
+    return out;
+}
+
+} // namespace
+
+TEST(ReportList, ItemsCountFromOne) {
+    ThreeRows f;
+    EXPECT_EQ(f.list.Count(), 3);
+    EXPECT_EQ(f.list.ListItems(1)->Text(), "a");
+    EXPECT_EQ(f.list.ListItems(3)->Text(), "c");
+    EXPECT_EQ(f.list.ListItems(2)->Index(), 2);
+}
+
+TEST(ReportList, ItemZeroOrPastTheCountIsOutOfBounds) {
+    ThreeRows f;
+    EXPECT_EQ(errorOf([&] { f.list.ListItems(0); }), 35600);
+    EXPECT_EQ(errorOf([&] { f.list.ListItems(4); }), 35600);
+    EXPECT_EQ(errorOf([&] { f.list.RemoveItem(4); }), 35600);
+    EXPECT_EQ(RuntimeError(35600).description(), "Index out of bounds");
+}
+
+TEST(ReportList, DuplicateKeyIsRefused) {
+    ThreeRows f;
+    EXPECT_EQ(errorOf([&] { f.list.AddItem("d", "B"); }), 35602);
+    EXPECT_EQ(errorOf([&] { f.list.ListItems(1)->SetKey("C"); }), 35602);
+    EXPECT_EQ(f.list.Count(), 3);
+    EXPECT_EQ(f.list.ListItems(1)->Key(), "A");
+    EXPECT_EQ(RuntimeError(35602).description(), "Key is not unique in collection");
+}
+
+TEST(ReportList, KeysCompareWithoutRegardToCase) {
+    ThreeRows f;
+    EXPECT_EQ(errorOf([&] { f.list.AddItem("d", "b"); }), 35602);
+    EXPECT_EQ(f.list.FindItemByKey("c"), f.list.ListItems(3));
+}
+
+TEST(ReportList, ItemsWithoutKeyMayBeMany) {
+    ThreeRows f;
+    f.list.AddItem("x");
+    f.list.AddItem("y");
+    EXPECT_EQ(f.list.Count(), 5);
+    EXPECT_EQ(f.list.FindItemByKey(""), nullptr);
+}
+
+TEST(ReportList, KeyFreedByRemovalOrRekeyCanBeUsedAgain) {
+    ThreeRows f;
+    f.list.RemoveItem(2);
+    EXPECT_EQ(f.list.FindItemByKey("B"), nullptr);
+    EXPECT_EQ(f.list.AddItem("b2", "B")->Index(), 3);
+    f.list.ListItems(1)->SetKey("Z");
+    EXPECT_EQ(f.list.AddItem("a2", "A")->Key(), "A");
+    EXPECT_EQ(f.list.FindItemByKey("Z"), f.list.ListItems(1));
+}
+
+TEST(ReportList, ClearEmptiesListAndKeys) {
+    ThreeRows f;
+    f.list.ClearItems();
+    EXPECT_EQ(f.list.Count(), 0);
+    EXPECT_EQ(f.list.FindItemByKey("A"), nullptr);
+    EXPECT_EQ(f.list.AddItem("a", "A")->Index(), 1);
+}
+
+TEST(ReportList, AddAtIndexInsertsThere) {
+    ThreeRows f;
+    f.list.AddItem("first", "F", 1);
+    EXPECT_EQ(texts(f.list), QStringList({"first", "a", "b", "c"}));
+    EXPECT_EQ(errorOf([&] { f.list.AddItem("far", "X", 7); }), 35600);
+}
+
+TEST(ReportList, SubItemsCountFromOneUpToTheColumns) {
+    ThreeRows f;
+    ReportListItem* row = f.list.ListItems(1);
+    EXPECT_EQ(row->SubItemCount(), 1);
+    row->SetSubItems(1, "Titel a");
+    EXPECT_EQ(row->SubItem(1).Text(), "Titel a");
+    EXPECT_EQ(row->text(1), "Titel a");
+    EXPECT_EQ(errorOf([&] { row->SubItem(0); }), 35600);
+    EXPECT_EQ(errorOf([&] { row->SubItem(2); }), 35600);
+}
+
+TEST(ReportList, SubItemKeysAreUniqueWithinTheirRow) {
+    ReportList list;
+    list.AddColumn("A");
+    list.AddColumn("B");
+    list.AddColumn("C");
+    ReportListItem* one = list.AddItem("1", "one");
+    ReportListItem* two = list.AddItem("2", "two");
+    one->SubItem(1).SetKey("s");
+    two->SubItem(1).SetKey("s");
+    EXPECT_EQ(errorOf([&] { one->SubItem(2).SetKey("S"); }), 35602);
+    one->SubItem(1).SetKey("s");
+    EXPECT_EQ(one->SubItem(1).Key(), "s");
+}
+
+TEST(ReportList, ForeColorIsRedInTheLowByte) {
+    ThreeRows f;
+    ReportListItem* row = f.list.ListItems(1);
+    EXPECT_EQ(row->ForeColor(), WindowTextColor);
+    EXPECT_EQ(row->foreground(0).style(), Qt::NoBrush);
+    row->SetForeColor(0x00336699); // blue 0x33, green 0x66, red 0x99
+    EXPECT_EQ(row->ForeColor(), 0x00336699u);
+    EXPECT_EQ(row->foreground(0).color(), QColor(0x99, 0x66, 0x33));
+    row->SubItem(1).SetForeColor(255);
+    EXPECT_EQ(row->foreground(1).color(), QColor(Qt::red));
+    row->SetForeColor(WindowTextColor);
+    EXPECT_EQ(row->foreground(0).style(), Qt::NoBrush);
+}
+
+TEST(ReportList, BoldAppliesToItsOwnColumn) {
+    ThreeRows f;
+    ReportListItem* row = f.list.ListItems(2);
+    row->SetBold(true);
+    EXPECT_TRUE(row->Bold());
+    EXPECT_TRUE(row->font(0).bold());
+    EXPECT_FALSE(row->SubItem(1).Bold());
+    row->SubItem(1).SetBold(true);
+    EXPECT_TRUE(row->font(1).bold());
+}
+
+TEST(ReportList, ColumnWidthsAreTwipsOfWholePixels) {
+    ThreeRows f;
+    EXPECT_EQ(f.list.ColumnHeadersCount(), 2);
+    EXPECT_EQ(f.list.columnWidth(1), 200);
+    f.list.SetColumnWidth(2, 5430.6143);
+    EXPECT_EQ(f.list.columnWidth(1), 362);
+    EXPECT_DOUBLE_EQ(f.list.ColumnWidth(2), 5430.0);
+    f.list.SetColumnWidth(1, 0);
+    EXPECT_EQ(f.list.columnWidth(0), 0);
+    EXPECT_EQ(errorOf([&] { f.list.SetColumnWidth(3, 100); }), 35600);
+    EXPECT_EQ(errorOf([&] { f.list.SetColumnWidth(1, -1); }), 5);
+    f.list.SetColumnWidth(1, 1e300);
+    EXPECT_EQ(f.list.columnWidth(0), 32767);
+    f.list.SetColumnText(2, "Title");
+    EXPECT_EQ(f.list.headerItem()->text(1), "Title");
+}
+
+TEST(ReportList, ClickingARowSelectsIt) {
+    ThreeRows f;
+    f.list.resize(300, 200);
+    f.list.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&f.list));
+    EXPECT_EQ(f.list.SelectedItem(), nullptr);
+    const QRect r = f.list.visualItemRect(f.list.ListItems(2));
+    QTest::mouseClick(f.list.viewport(), Qt::LeftButton, {}, r.center());
+    EXPECT_EQ(f.list.SelectedItem(), f.list.ListItems(2));
+    f.list.ListItems(3)->SetSelected(true);
+    EXPECT_EQ(f.list.SelectedItem(), f.list.ListItems(3));
+    EXPECT_FALSE(f.list.ListItems(2)->Selected());
+}
+
+TEST(ReportList, SortingComparesEveryColumnAsText) {
+    ReportList list;
+    list.AddColumn("Key");
+    list.AddColumn("Zeit");
+    const QStringList times = {"9,2", "10,5", "2", "", "1,25"};
+    for (int i = 0; i < times.size(); ++i)
+        list.AddItem(QString::number(i), {})->SetSubItems(1, times[i]);
+    list.SetSortKey(1);
+    list.SetSorted(true);
+    EXPECT_EQ(texts(list, 1), QStringList({"", "1,25", "10,5", "2", "9,2"}));
+    list.SetSortOrder(lvw::Descending);
+    EXPECT_EQ(texts(list, 1), QStringList({"9,2", "2", "10,5", "1,25", ""}));
+}
+
+TEST(ReportList, SortIgnoresCase) {
+    ReportList list;
+    list.AddColumn("Titel");
+    for (const char* t : {"beta", "Alpha", "Gamma", "alpha2"})
+        list.AddItem(t);
+    list.SetSorted(true);
+    EXPECT_EQ(texts(list), QStringList({"Alpha", "alpha2", "beta", "Gamma"}));
+}
+
+TEST(ReportList, EditedRowsKeepTheirPlaceWhileSorted) {
+    ThreeRows f;
+    f.list.SetSorted(true);
+    f.list.ListItems(1)->SetText("zzz");
+    EXPECT_EQ(texts(f.list), QStringList({"zzz", "b", "c"}));
+}
+
+TEST(ReportList, AddWhileSortedInsertsInOrder) {
+    ThreeRows f;
+    f.list.SetSorted(true);
+    f.list.AddItem("bb", "BB");
+    EXPECT_EQ(texts(f.list), QStringList({"a", "b", "bb", "c"}));
+}
+
+TEST(ReportList, SortKeepsTheSelection) {
+    ThreeRows f;
+    f.list.ListItems(1)->SetSelected(true);
+    f.list.SetSortOrder(lvw::Descending);
+    f.list.SetSorted(true);
+    EXPECT_EQ(texts(f.list), QStringList({"c", "b", "a"}));
+    EXPECT_EQ(f.list.SelectedItem()->Text(), "a");
+    EXPECT_EQ(f.list.SelectedItem()->Index(), 3);
+    EXPECT_EQ(f.list.FindItemByKey("A")->Index(), 3);
+}
+
+TEST(ReportList, BadSortSettingsAreRefused) {
+    ThreeRows f;
+    EXPECT_EQ(errorOf([&] { f.list.SetSortOrder(2); }), 5);
+    EXPECT_EQ(errorOf([&] { f.list.SetSortKey(-1); }), 5);
+    f.list.SetSortKey(9); // a column past the last sorts as empty text
+    f.list.SetSorted(true);
+    EXPECT_EQ(texts(f.list), QStringList({"a", "b", "c"}));
+}
