@@ -18,6 +18,12 @@ cp fuzz/corpus/package_index/* "$corpus"/
 build-fuzz/fuzz/fuzz_package_index -runs=200000 -max_total_time=30 -max_len=4096 \
     -rss_limit_mb=1024 -malloc_limit_mb=256 "$corpus" 2>&1 | tail -n 1
 rm -rf "$corpus"
+cmake --build build-fuzz -j"$jobs" --target fuzz_service
+corpus=$(mktemp -d)
+cp fuzz/corpus/service/* "$corpus"/
+build-fuzz/fuzz/fuzz_service -runs=200000 -max_total_time=30 -max_len=4096 \
+    -rss_limit_mb=1024 -malloc_limit_mb=256 "$corpus" 2>&1 | tail -n 1
+rm -rf "$corpus"
 
 echo "== build and test"
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null

@@ -1,17 +1,70 @@
 #include "tool.h"
 
 #include "package/clszeldb.h"
+#include "package/zeldbformat.h"
 #include "package/zeldbjson.h"
+#include "service/servicefile.h"
+#include "service/servicejson.h"
+#include "util/fileops.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 
 namespace tavik::cli {
+
+namespace {
+
+// A service file is named "_*._"; a file of another name is one when it is no package index
+// and reads whole as a service.
+bool isServiceFile(const QString& path) {
+    const QFileInfo info(path);
+    if (info.isDir())
+        return false;
+    if (WildcardMatch(QStringLiteral("_*._"), info.fileName()))
+        return true;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    if (file.peek(zeldb::kMagicSize) == QByteArray(zeldb::kMagic, zeldb::kMagicSize))
+        return false;
+    return ReadServiceFile(path, false).ok();
+}
+
+int dumpService(const QString& path, QTextStream& out, QTextStream& err) {
+    if (!FileCheck(path))
+        return fail(err, path,
+                    QFileInfo::exists(path) ? QStringLiteral("empty file")
+                                            : QStringLiteral("no such file"));
+    const ServiceReadResult read = ReadServiceFile(path, false);
+    using Status = ServiceReadResult::Status;
+    if (read.status == Status::Missing)
+        return fail(err, path, read.problem);
+    if (read.status == Status::Truncated) {
+        // What was read is printed even when the file turned out cut.
+        out << QJsonDocument(serviceToJson(read.header, read.sentences))
+                   .toJson(QJsonDocument::Indented);
+        out.flush();
+    }
+    if (!read.ok())
+        return fail(
+            err, path,
+            QStringLiteral("%1 (runtime error %2)").arg(read.problem).arg(read.runtimeError));
+    out << QJsonDocument(serviceToJson(read.header, read.sentences))
+               .toJson(QJsonDocument::Indented);
+    out.flush();
+    return 0;
+}
+
+} // namespace
 
 int dumpCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (args.size() != 1) {
         err << "usage: tavik dump PATH\n";
         return 2;
     }
+    if (isServiceFile(args[0]))
+        return dumpService(args[0], out, err);
     const QString path = indexFilePath(args[0]);
     clsZELDB store;
     store.OpenIOFile(path);

@@ -4,4 +4,5 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/setcommand.cpp
     cli/measurecommand.cpp
     cli/inicommand.cpp
+    cli/playcommand.cpp
 )

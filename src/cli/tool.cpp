@@ -15,7 +15,8 @@ const char* const kUsage =
     "       tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean]\n"
     "       tavik delete PATH KEY ITEM\n"
     "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n"
-    "       tavik measure FILE...\n";
+    "       tavik measure FILE...\n"
+    "       tavik play PACKAGE SERVICE [SENTENCE]\n";
 
 } // namespace
 
@@ -51,6 +52,8 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return iniCommand(rest, out, err);
     if (verb == u"measure")
         return measureCommand(rest, out, err);
+    if (verb == u"play")
+        return playCommand(rest, out, err);
     if (verb == u"--help" || verb == u"-h" || verb == u"help") {
         out << kUsage;
         return 0;

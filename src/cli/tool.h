@@ -19,6 +19,7 @@ int setCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int deleteCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int iniCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int measureCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int playCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 
 // One line on `err`: "tavik: <file>: <problem>". Returns 2.
 int fail(QTextStream& err, const QString& file, const QString& problem);

@@ -18,6 +18,9 @@ struct SatzRecord {
     QString Text;
     QList<SatzTarget> Targets;
     std::int16_t LastTarget = -1;
+    // False for a sentence whose entries were never set: its array has no dimension at all,
+    // which the service file records as a descriptor of 0 dimensions.
+    bool TargetsDimensioned = true;
 };
 
 } // namespace tavik

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "audio/modmci.h"
+#include "package/announcementrecord.h"
+#include "package/clszeldb.h"
+
+#include <QString>
+#include <functional>
+
+namespace tavik {
+
+// What the caller shows while a package's sounds are loaded.
+struct AnnouncementLoadHooks {
+    // A shown entry without a sound file.
+    std::function<void(const QString& key, const QString& title)> missingFile;
+    // The first time in a load that an alias was already open.
+    std::function<void()> aliasInUse;
+    // After each shown entry.
+    std::function<void()> progress;
+};
+
+// Fills `table` from the package the store holds, as the main window loads a package: one
+// record per shown "INDEX" entry, in list order, its settings read, its sound found in
+// `packageFolder`, opened under its key and measured. Records are written from index
+// `table.AnnouncementCount` on. An entry without "~" raises the subscript error.
+void LoadAnnouncementTable(clsZELDB& store, const QString& packageFolder, modMCI& mci,
+                           AnnouncementTable& table, const AnnouncementLoadHooks& hooks = {});
+
+// Closes the sound of every record in use and empties the table; its storage is kept.
+void UnloadAnnouncementSounds(modMCI& mci, AnnouncementTable& table);
+
+} // namespace tavik

@@ -1,0 +1,37 @@
+#include "servicefiles.h"
+
+#include "service/servicefile.h"
+#include "util/apppath.h"
+#include "util/fileops.h"
+
+namespace tavik {
+
+QString ServiceFilePath(const QString& packageFolder, const QString& id) {
+    return NativePath(packageFolder + QStringLiteral("\\_") + id + QStringLiteral("._"));
+}
+
+QString ServiceListFolder(const QString& packageFolder) {
+    // The package path is held with the system's separators.
+    QString folder = NativePath(packageFolder);
+    folder.replace(NativePath(QStringLiteral("\\bin\\..\\Data\\")),
+                   NativePath(QStringLiteral("\\Data")));
+    return folder + NativePath(QStringLiteral("\\"));
+}
+
+void FindFiles(const QString& packageFolder, QStringList& lstOpen, QStringList& File1) {
+    lstOpen.clear();
+    const QString folder = ServiceListFolder(packageFolder);
+    for (const QString& name : ListFiles(folder)) {
+        if (!WildcardMatch(QStringLiteral("*._"), name))
+            continue;
+        const QString path = folder + name;
+        QString title, author, description;
+        GetFileInfo(path, title, author, description);
+        if (title.isEmpty())
+            continue;
+        lstOpen.append(title);
+        File1.append(path);
+    }
+}
+
+} // namespace tavik

@@ -1,0 +1,9 @@
+list(APPEND TAVIK_CORE_TESTS
+    service/servicefile_test.cpp
+    service/servicefiles_test.cpp
+    service/servicesentences_test.cpp
+    service/service_hostile_test.cpp
+    service/packageannouncements_test.cpp
+    service/service_tool_test.cpp
+    ${PROJECT_SOURCE_DIR}/fuzz/service_input.cpp
+)
