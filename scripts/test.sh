@@ -12,18 +12,18 @@ jobs=$(nproc)
 echo "== fuzzers"
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTAVIK_FUZZ=ON \
     -DTAVIK_BUILD_TESTS=OFF -DTAVIK_BUILD_BENCH=OFF >/dev/null
-cmake --build build-fuzz -j"$jobs" --target fuzz_package_index
-corpus=$(mktemp -d)
-cp fuzz/corpus/package_index/* "$corpus"/
-build-fuzz/fuzz/fuzz_package_index -runs=200000 -max_total_time=30 -max_len=4096 \
-    -rss_limit_mb=1024 -malloc_limit_mb=256 "$corpus" 2>&1 | tail -n 1
-rm -rf "$corpus"
-cmake --build build-fuzz -j"$jobs" --target fuzz_service
-corpus=$(mktemp -d)
-cp fuzz/corpus/service/* "$corpus"/
-build-fuzz/fuzz/fuzz_service -runs=200000 -max_total_time=30 -max_len=4096 \
-    -rss_limit_mb=1024 -malloc_limit_mb=256 "$corpus" 2>&1 | tail -n 1
-rm -rf "$corpus"
+# A short coverage-guided run of one reader's fuzzer from its seed corpus.
+fuzz() {
+    local target=$1 seeds=$2 corpus
+    cmake --build build-fuzz -j"$jobs" --target "$target"
+    corpus=$(mktemp -d)
+    cp "$seeds"/* "$corpus"/
+    "build-fuzz/fuzz/$target" -runs=200000 -max_total_time=30 -max_len=4096 \
+        -rss_limit_mb=1024 -malloc_limit_mb=256 "$corpus" 2>&1 | tail -n 1
+    rm -rf "$corpus"
+}
+fuzz fuzz_package_index fuzz/corpus/package_index
+fuzz fuzz_service fuzz/corpus/service
 
 echo "== build and test"
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
