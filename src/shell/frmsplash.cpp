@@ -56,6 +56,11 @@ frmSplash::frmSplash(const Language& language, QWidget* parent)
     lblVersion_->setText(ProgramVersionLine());
     connect(timer_, &QTimer::timeout, this, &QDialog::accept);
     connect(lblClick_, &ClickLabel::clicked, this, &QDialog::accept);
+}
+
+void frmSplash::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    // Counted from when the window shows, so a slow start still shows it its full time.
     timer_->start();
 }
 

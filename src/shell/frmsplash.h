@@ -25,6 +25,9 @@ public:
     ClickLabel* lblClick() const { return lblClick_; }
     QTimer* Timer1() const { return timer_; }
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QLabel* picture_;
     QLabel* lblVersion_;

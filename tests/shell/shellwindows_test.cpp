@@ -81,9 +81,12 @@ TEST(frmSplash, ShowsThePictureOfThisProductAndTheVersionLine) {
 TEST(frmSplash, ClosesWhenItsTimerRunsOut) {
     Installation install;
     frmSplash splash(install.language);
+    EXPECT_FALSE(splash.Timer1()->isActive());
     splash.Timer1()->setInterval(10);
-    splash.Timer1()->start();
-    EXPECT_EQ(splash.exec(), QDialog::Accepted);
+    splash.show();
+    EXPECT_TRUE(splash.Timer1()->isActive());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !splash.isVisible(); }, 5000));
+    EXPECT_EQ(splash.result(), QDialog::Accepted);
 }
 
 TEST(frmSplash, AClickOnTheLabelClosesItAtOnce) {
