@@ -14,6 +14,7 @@
 
 using namespace tavik;
 using tavik::bench::median;
+using tavik::bench::report;
 using tavik::bench::timeMs;
 
 namespace {
@@ -31,13 +32,6 @@ void fill(ReportList& list, int rows) {
             row->SetBold(true);
         }
     }
-}
-
-void report(const char* what, int runs, std::vector<double> times, double targetMs) {
-    const double m = median(times);
-    std::printf("%-48s median %8.2f ms  max %8.2f ms  (%d runs)%s\n", what, m,
-                *std::max_element(times.begin(), times.end()), runs,
-                targetMs > 0 ? (m < targetMs ? "  target met" : "  TARGET MISSED") : "");
 }
 
 } // namespace

@@ -16,6 +16,7 @@
 
 using namespace tavik;
 using tavik::bench::median;
+using tavik::bench::report;
 using tavik::bench::timeMs;
 
 namespace {
@@ -30,13 +31,6 @@ void buildPackage(clsZELDB& store, int announcements) {
         WriteAnnouncementSettings(store, key, {255, true, -1});
     }
     store.SaveSetting("INDEX", "Count", Variant::fromLong(announcements));
-}
-
-void report(const char* what, int runs, std::vector<double> times, double targetMs) {
-    const double m = median(times);
-    std::printf("%-48s median %8.2f ms  max %8.2f ms  (%d runs)%s\n", what, m,
-                *std::max_element(times.begin(), times.end()), runs,
-                targetMs > 0 ? (m < targetMs ? "  target met" : "  TARGET MISSED") : "");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <algorithm>
+#include <cstdio>
 #include <vector>
 
 namespace tavik::bench {
@@ -17,6 +18,15 @@ template <typename F> double timeMs(F&& f) {
     t.start();
     f();
     return static_cast<double>(t.nsecsElapsed()) / 1e6;
+}
+
+// One line of figures: the median and the worst of `runs` timings, against a target (none
+// when `targetMs` is 0).
+inline void report(const char* what, int runs, std::vector<double> times, double targetMs) {
+    const double m = median(times);
+    std::printf("%-48s median %8.2f ms  max %8.2f ms  (%d runs)%s\n", what, m,
+                *std::max_element(times.begin(), times.end()), runs,
+                targetMs > 0 ? (m < targetMs ? "  target met" : "  TARGET MISSED") : "");
 }
 
 } // namespace tavik::bench

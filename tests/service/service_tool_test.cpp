@@ -2,6 +2,7 @@
 #include "service/packagefixture.h"
 #include "service/servicebytes.h"
 #include "support/tempdir.h"
+#include "support/toolrun.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -13,25 +14,10 @@ using namespace tavik;
 using tavik::test::PackageFixture;
 using tavik::test::ServiceBytes;
 using tavik::test::TempDir;
+using tavik::test::tool;
+using tavik::test::ToolRun;
 
 namespace {
-
-struct ToolRun {
-    int code = 0;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
-ToolRun tool(const QStringList& args) {
-    ToolRun r;
-    QTextStream out(&r.out);
-    QTextStream err(&r.err);
-    r.code = cli::runTool(args, out, err);
-    out.flush();
-    err.flush();
-    return r;
-}
 
 QByteArray sample() {
     return ServiceBytes()
