@@ -1,5 +1,7 @@
 #include "richtextbox.h"
 
+#include "util/wincolor.h"
+
 #include "rtfdocument.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -18,13 +20,13 @@ namespace {
 // Colour changes reach the layout once they have stopped coming for this long.
 constexpr int kColorSettleMs = 30;
 
+// The box knows no system colours: only the low 24 bits of a colour value count.
 QColor toQColor(quint32 c) {
-    return QColor(static_cast<int>(c & 0xFF), static_cast<int>((c >> 8) & 0xFF),
-                  static_cast<int>((c >> 16) & 0xFF));
+    return WinColorToQColor(c & 0x00FFFFFFu);
 }
 
 int toWinColor(const QColor& c) {
-    return static_cast<int>(WinRgb(c.red(), c.green(), c.blue()));
+    return static_cast<int>(QColorToWinColor(c));
 }
 
 int brushColor(const QTextCharFormat& f, QTextFormat::Property property) {
