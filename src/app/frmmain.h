@@ -1,0 +1,200 @@
+#pragma once
+
+#include "package/announcementrecord.h"
+#include "package/clszeldb.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <cstdint>
+#include <memory>
+
+class QLabel;
+class QLockFile;
+class QMenu;
+class QProgressBar;
+class QStatusBar;
+class QTimer;
+class QWidget;
+
+namespace tavik {
+
+class EventLog;
+class Language;
+class ReportList;
+class frmStatus;
+class modMCI;
+class zelcmd;
+
+// The main window: the announcement list of the current package and the buttons that open
+// every other window. It owns the program-wide state the dialogs and the service editor read
+// and change directly before they call its operations.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+public:
+    frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* parent = nullptr);
+    ~frmMain() override;
+
+    // Start-up in the designed order, up to a window ready to be shown. False when the
+    // program is to end (no language chosen, or a second instance).
+    bool FormLoad();
+
+    // --- program-wide state ---
+    QString PackageFolder; // no trailing separator
+    QString IndexFilePath;
+    clsZELDB PackageIndex;
+    AnnouncementTable table; // Announcements and AnnouncementCount
+    bool newPackageMode = false;
+    bool PackageChosen = false; // set by the open and new dialogs
+
+    Language& language() const { return language_; }
+    modMCI& mci() const { return mci_; }
+    EventLog& eventLog() const { return eventLog_; }
+    bool UseFormat() const;
+    void SetUseFormat(bool useFormat);
+
+    // --- operations the other windows call ---
+    void LoadPackage();
+    void UnloadAudioFiles();
+    void EnableServicButtons(bool enabled);
+    // The zoom trail from `source` to `target`, each a widget on screen or about to be.
+    void FadeInEffect(QWidget* source, QWidget* target, int steps);
+    // The first file of the package folder whose name starts with `key`, "" when none.
+    QString GetFileName(const QString& key) const;
+
+    // --- controls ---
+    ReportList* lsvPack() const { return lsvPack_; }
+    zelcmd* cmdNew() const { return cmdNew_; }
+    zelcmd* cmdOpen() const { return cmdOpen_; }
+    zelcmd* cmdSave() const { return cmdSave_; }
+    zelcmd* cmdAdd() const { return cmdAdd_; }
+    zelcmd* cmdRemove() const { return cmdRemove_; }
+    zelcmd* cmdEdit() const { return cmdEdit_; }
+    zelcmd* cmdPlay() const { return cmdPlay_; }
+    zelcmd* cmdUp() const { return cmdUp_; }
+    zelcmd* cmdDown() const { return cmdDown_; }
+    zelcmd* cmdFUp() const { return cmdFUp_; }
+    zelcmd* cmdFDown() const { return cmdFDown_; }
+    zelcmd* cmdSort() const { return cmdSort_; }
+    zelcmd* cmdExpand() const { return cmdExpand_; }
+    zelcmd* cmdUnexpand() const { return cmdUnexpand_; }
+    zelcmd* cmdDienst() const { return cmdDienst_; }
+    zelcmd* cmdCompress() const { return cmdCompress_; }
+    zelcmd* cmdDelete() const { return cmdDelete_; }
+    zelcmd* cmdLanguage() const { return cmdLanguage_; }
+    zelcmd* cmdDebug() const { return cmdDebug_; }
+    zelcmd* cmdHelp() const { return cmdHelp_; }
+    zelcmd* cmdInfo() const { return cmdInfo_; }
+    zelcmd* cmdExit() const { return cmdExit_; }
+    QWidget* picExpand() const { return picExpand_; }
+    QMenu* mnuSort() const { return mnuSort_; }
+    QMenu* mnuHlp() const { return mnuHlp_; }
+    QAction* mnuIndex() const { return mnuIndex_; }
+    QAction* mnuTitel() const { return mnuTitel_; }
+    QAction* mnuFormat() const { return mnuFormat_; }
+    QAction* mnuLenght() const { return mnuLenght_; }
+    QAction* mnuHP() const { return mnuHP_; }
+    QAction* mnuSupport() const { return mnuSupport_; }
+    QAction* mnuReadme() const { return mnuReadme_; }
+    QStatusBar* barStatus() const;
+    // Status panels 1 to 6; panel 4 has the key "Title".
+    QLabel* Panel(int index) const;
+    QProgressBar* prgStatus() const { return prgStatus_; }
+    QTimer* tmrName() const { return tmrName_; }
+    // The status window while a load or an unload runs, else null.
+    frmStatus* statusWindow() const { return status_; }
+    // The service editor while it is open, else null.
+    QWidget* serviceEditor() const { return serviceEditor_; }
+
+    int MinHeight() const { return minHeight_; }
+    int MinWidth() const { return minWidth_; }
+
+    // Where the packer is looked for: the program folder's "tavikpm" executable.
+    static QString PackerPath();
+
+public Q_SLOTS:
+    void cmdNew_Click();
+    void cmdOpen_Click();
+    void cmdSave_Click();
+    void cmdAdd_Click();
+    void cmdRemove_Click();
+    void cmdEdit_Click();
+    void cmdPlay_Click();
+    void cmdUp_Click();
+    void cmdDown_Click();
+    void cmdFUp_Click();
+    void cmdFDown_Click();
+    void cmdSort_Click();
+    void cmdExpand_Click();
+    void cmdUnexpand_Click();
+    void cmdDienst_Click();
+    void cmdCompress_Click();
+    void cmdDelete_Click();
+    void cmdLanguage_Click();
+    void cmdDebug_Click();
+    void cmdHelp_Click();
+    void cmdInfo_Click();
+    void lsvPack_DblClick();
+    void SortByColumn(int column);
+    void tmrName_Timer();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildControls();
+    void buildStatusBar();
+    void buildMenus();
+    // Asks before a non-empty list is dropped; true to go on.
+    bool confirmDiscard();
+    void showReadyState();
+    void onServiceEditorClosed();
+
+    Language& language_;
+    modMCI& mci_;
+    EventLog& eventLog_;
+    std::unique_ptr<QLockFile> instanceLock_;
+
+    ReportList* lsvPack_ = nullptr;
+    zelcmd* cmdNew_ = nullptr;
+    zelcmd* cmdOpen_ = nullptr;
+    zelcmd* cmdSave_ = nullptr;
+    zelcmd* cmdAdd_ = nullptr;
+    zelcmd* cmdRemove_ = nullptr;
+    zelcmd* cmdEdit_ = nullptr;
+    zelcmd* cmdPlay_ = nullptr;
+    zelcmd* cmdUp_ = nullptr;
+    zelcmd* cmdDown_ = nullptr;
+    zelcmd* cmdFUp_ = nullptr;
+    zelcmd* cmdFDown_ = nullptr;
+    zelcmd* cmdSort_ = nullptr;
+    zelcmd* cmdExpand_ = nullptr;
+    zelcmd* cmdUnexpand_ = nullptr;
+    zelcmd* cmdDienst_ = nullptr;
+    zelcmd* cmdCompress_ = nullptr;
+    zelcmd* cmdDelete_ = nullptr;
+    zelcmd* cmdLanguage_ = nullptr;
+    zelcmd* cmdDebug_ = nullptr;
+    zelcmd* cmdHelp_ = nullptr;
+    zelcmd* cmdInfo_ = nullptr;
+    zelcmd* cmdExit_ = nullptr;
+    QWidget* picExpand_ = nullptr;
+    QMenu* mnuSort_ = nullptr;
+    QMenu* mnuHlp_ = nullptr;
+    QAction* mnuIndex_ = nullptr;
+    QAction* mnuTitel_ = nullptr;
+    QAction* mnuFormat_ = nullptr;
+    QAction* mnuLenght_ = nullptr;
+    QAction* mnuHP_ = nullptr;
+    QAction* mnuSupport_ = nullptr;
+    QAction* mnuReadme_ = nullptr;
+    QList<QLabel*> panels_;
+    QProgressBar* prgStatus_ = nullptr;
+    QTimer* tmrName_ = nullptr;
+    QPointer<frmStatus> status_;
+    QPointer<QWidget> serviceEditor_;
+    int minHeight_ = 0;
+    int minWidth_ = 0;
+};
+
+} // namespace tavik

@@ -1,0 +1,2 @@
+list(APPEND TAVIK_UI_SOURCES
+)
