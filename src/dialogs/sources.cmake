@@ -1,2 +1,8 @@
+list(APPEND TAVIK_CORE_SOURCES
+    dialogs/filebrowsing.cpp
+    dialogs/importformats.cpp
+    dialogs/packagescan.cpp
+    dialogs/soundimport.cpp
+)
 list(APPEND TAVIK_UI_SOURCES
 )

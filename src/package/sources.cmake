@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_SOURCES
     package/clszeldb.cpp
     package/packagefolder.cpp
     package/packagesettings.cpp
+    package/packagetext.cpp
     package/zeldbformat.cpp
     package/zeldbjson.cpp
 )

@@ -1,2 +1,8 @@
+list(APPEND TAVIK_CORE_TESTS
+    dialogs/filebrowsing_test.cpp
+    dialogs/importformats_test.cpp
+    dialogs/packagescan_test.cpp
+    dialogs/soundimport_test.cpp
+)
 list(APPEND TAVIK_WIDGET_TESTS
 )

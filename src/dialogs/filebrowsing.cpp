@@ -1,0 +1,96 @@
+#include "dialogs/filebrowsing.h"
+
+#include "util/fileops.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStorageInfo>
+#include <algorithm>
+
+namespace tavik {
+
+namespace {
+
+void sortByName(QStringList& names) {
+    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
+        const int c = a.compare(b, Qt::CaseInsensitive);
+        return c != 0 ? c < 0 : a < b;
+    });
+}
+
+bool matchesOne(const QString& pattern, const QString& name) {
+    if (pattern == QStringLiteral("*.*"))
+        return true;
+    return WildcardMatch(pattern, name);
+}
+
+} // namespace
+
+QStringList DriveRoots() {
+    QStringList roots;
+#ifdef Q_OS_WIN
+    for (const QFileInfo& drive : QDir::drives())
+        roots << QDir::toNativeSeparators(drive.absoluteFilePath());
+#else
+    // No drive letters: the root first, then every other volume by where it is mounted.
+    QStringList volumes;
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        if (!volume.isValid() || !volume.isReady())
+            continue;
+        const QString root = volume.rootPath();
+        if (root != QDir::rootPath() && !volumes.contains(root))
+            volumes << root;
+    }
+    sortByName(volumes);
+    roots << QDir::rootPath() << volumes;
+#endif
+    return roots;
+}
+
+QString DriveOf(const QString& folder) {
+    const QString path =
+        QDir::toNativeSeparators(QDir::cleanPath(QFileInfo(folder).absoluteFilePath()));
+    QString best;
+    for (const QString& root : DriveRoots()) {
+        const QString r = QDir::toNativeSeparators(root);
+        const bool inside =
+            path.compare(r, Qt::CaseInsensitive) == 0 ||
+            path.startsWith(r.endsWith(QDir::separator()) ? r : r + QDir::separator(),
+                            Qt::CaseInsensitive);
+        if (inside && r.size() > best.size())
+            best = root;
+    }
+    return best;
+}
+
+QStringList ListFolders(const QString& folder) {
+    QDir dir(folder);
+    if (folder.isEmpty() || !dir.exists())
+        return {};
+    QStringList names = dir.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+    sortByName(names);
+    return names;
+}
+
+QStringList ListPatternFiles(const QString& folder, const QString& pattern) {
+    QDir dir(folder);
+    if (folder.isEmpty() || pattern.isEmpty() || !dir.exists())
+        return {};
+    const QStringList patterns = pattern.split(u';', Qt::SkipEmptyParts);
+    QStringList names;
+    for (const QString& name : dir.entryList(QDir::Files, QDir::NoSort)) {
+        if (std::any_of(patterns.begin(), patterns.end(),
+                        [&](const QString& p) { return matchesOne(p, name); }))
+            names << name;
+    }
+    sortByName(names);
+    return names;
+}
+
+QString JoinFolderFile(const QString& folder, const QString& name) {
+    if (folder.endsWith(u'/') || folder.endsWith(QDir::separator()))
+        return folder + name;
+    return folder + QDir::separator() + name;
+}
+
+} // namespace tavik

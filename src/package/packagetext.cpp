@@ -1,0 +1,21 @@
+#include "package/packagetext.h"
+
+#include "util/cp1252.h"
+#include "util/runtimeerror.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace tavik {
+
+QString ReadPackageText(const QString& path, qint64 maxBytes) {
+    const QFileInfo info(path);
+    if (path.isEmpty() || !info.exists() || info.isDir())
+        throw RuntimeError(rt::FileNotFound);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw RuntimeError(rt::PathFileAccess);
+    return fromCp1252(file.read(maxBytes));
+}
+
+} // namespace tavik

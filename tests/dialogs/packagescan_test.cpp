@@ -1,0 +1,84 @@
+#include "dialogs/packagescan.h"
+#include "package/clszeldb.h"
+#include "support/tempdir.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using tavik::test::TempDir;
+
+namespace {
+
+// A package folder below `data` whose index names it `name`.
+void makePackage(const TempDir& data, const QString& folder, const QString& name) {
+    QDir(data.path()).mkpath(folder);
+    clsZELDB store;
+    store.SaveSetting("INFO", "Name", Variant::fromString(name));
+    store.SaveIOFile(data.file(folder + "/Package.io"));
+}
+
+QString dataFolder(const TempDir& data) {
+    return data.path() + QDir::separator();
+}
+
+} // namespace
+
+TEST(ScanPackages, ListsNamedPackagesInTheOrderOfTheListing) {
+    TempDir data;
+    makePackage(data, "Linie2", "Linie 2");
+    makePackage(data, "linie1", "Linie 1");
+    clsZELDB store;
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0].Name, QStringLiteral("Linie 1"));
+    EXPECT_EQ(found[0].Folder, dataFolder(data) + QDir::separator() + "linie1");
+    EXPECT_EQ(found[1].Name, QStringLiteral("Linie 2"));
+    // The store holds the last index read.
+    EXPECT_EQ(store.GetSetting("INFO", "Name", ""), Variant::fromString("Linie 2"));
+}
+
+TEST(ScanPackages, AnEmptyDataFolderListsNothing) {
+    TempDir data;
+    clsZELDB store;
+    EXPECT_TRUE(ScanPackages(dataFolder(data), store).isEmpty());
+    EXPECT_TRUE(ScanPackages(data.file("missing/"), store).isEmpty());
+}
+
+TEST(ScanPackages, LeavesOutAnEmptyNameAndAFolderWithoutIndex) {
+    TempDir data;
+    makePackage(data, "A", "Erstes");
+    makePackage(data, "B", "");
+    QDir(data.path()).mkdir("C");
+    data.write("D/Package.io", "not an index");
+    clsZELDB store;
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].Name, QStringLiteral("Erstes"));
+}
+
+TEST(ScanPackages, DeletesZeroLengthFilesAndKeepsOthers) {
+    TempDir data;
+    makePackage(data, "A", "Erstes");
+    data.write("empty.txt", "");
+    data.write("notes.txt", "something");
+    data.write("A/empty.wav", "");
+    clsZELDB store;
+    EXPECT_EQ(ScanPackages(dataFolder(data), store).size(), 1);
+    EXPECT_FALSE(QFile::exists(data.file("empty.txt")));
+    EXPECT_TRUE(QFile::exists(data.file("notes.txt")));
+    // Only files lying directly in the data folder are touched.
+    EXPECT_TRUE(QFile::exists(data.file("A/empty.wav")));
+}
+
+TEST(FolderOfChosenFile, KeepsTheTrailingSeparator) {
+    const QString sep = QDir::separator();
+    EXPECT_EQ(FolderOfChosenFile("/Pakete/Linie1/Package.io"),
+              QDir::toNativeSeparators("/Pakete/Linie1/"));
+    EXPECT_TRUE(FolderOfChosenFile("/Pakete/Linie1/Package.io").endsWith(sep));
+}
+
+TEST(IndexFileOf, AppendsThePackageIndexFileName) {
+    EXPECT_EQ(IndexFileOf("/d/Linie1"), "/d/Linie1" + QString(QDir::separator()) + "Package.io");
+}
