@@ -5,6 +5,7 @@
 #include "app/tavikapplication.h"
 #include "audio/modmci.h"
 #include "audio/sequenceplayer.h"
+#include "dialogs/packagecommands.h"
 #include "log/eventlog.h"
 #include "log/frmdebug.h"
 #include "package/packagefolder.h"
@@ -72,6 +73,7 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     buildStatusBar();
     EnableServicButtons(false);
     cmdSave_->setEnabled(false);
+    InstallPackageListDrop(*this);
 
     tmrName_ = new QTimer(this);
     tmrName_->setObjectName(QStringLiteral("tmrName"));

@@ -1,6 +1,8 @@
 #include "app/fadeineffect.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "dialogs/frmopen.h"
+#include "dialogs/packagecommands.h"
 #include "settings/language.h"
 #include "settings/modini.h"
 #include "util/apppath.h"
@@ -48,7 +50,11 @@ void frmMain::cmdOpen_Click() {
     if (!confirmDiscard())
         return;
     PackageChosen = false;
-    // The open dialog opens here.
+    {
+        frmOpen dialog(*this);
+        FadeInEffect(cmdOpen_, &dialog, 20);
+        dialog.exec();
+    }
     if (!PackageChosen)
         return;
     lsvPack_->ClearItems();
@@ -57,7 +63,7 @@ void frmMain::cmdOpen_Click() {
 }
 
 void frmMain::cmdAdd_Click() {
-    // The import dialog opens here.
+    ShowImportDialog(*this);
 }
 
 void frmMain::cmdEdit_Click() {

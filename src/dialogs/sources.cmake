@@ -5,4 +5,9 @@ list(APPEND TAVIK_CORE_SOURCES
     dialogs/soundimport.cpp
 )
 list(APPEND TAVIK_UI_SOURCES
+    dialogs/browselists.cpp
+    dialogs/frmfile.cpp
+    dialogs/frmopen.cpp
+    dialogs/packagecommands.cpp
+    dialogs/sounddrop.cpp
 )

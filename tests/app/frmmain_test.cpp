@@ -117,7 +117,15 @@ TEST(MainWindowStartUp, DraggingTheWindowSmallerSnapsBackToItsStartUpSize) {
 TEST(MainWindowOpen, OpeningWhileTheListIsEmptyAsksNoQuestion) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
+    QString shown;
+    QTimer::singleShot(50, [&] {
+        if (QWidget* dialog = QApplication::activeModalWidget()) {
+            shown = dialog->objectName();
+            dialog->close();
+        }
+    });
     editor.main->cmdOpen_Click();
+    EXPECT_EQ(shown, QStringLiteral("frmOpen"));
     EXPECT_TRUE(editor.messages.empty());
 }
 

@@ -5,4 +5,7 @@ list(APPEND TAVIK_CORE_TESTS
     dialogs/soundimport_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
+    dialogs/frmfile_test.cpp
+    dialogs/frmopen_test.cpp
+    dialogs/sounddrop_test.cpp
 )
