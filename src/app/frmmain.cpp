@@ -94,6 +94,8 @@ void frmMain::buildControls() {
     lsvPack_->AddColumn(QStringLiteral("Titel"), 5430.6143);
     lsvPack_->AddColumn(QStringLiteral("Format"), kFormatColumn);
     lsvPack_->AddColumn(QStringLiteral("Spielzeit"), kLengthColumn);
+    // Room for all four columns at their designed widths.
+    lsvPack_->setMinimumSize(620, 300);
     connect(lsvPack_, &QTreeWidget::itemDoubleClicked, this, [this] { lsvPack_DblClick(); });
 
     cmdNew_ = makeButton("cmdNew", QStringLiteral("&Neu"), central);
@@ -283,7 +285,7 @@ bool frmMain::FormLoad() {
         frmSplash splash(language_, this);
         splash.exec();
     }
-    adjustSize();
+    resize(size().expandedTo(sizeHint()));
     minHeight_ = height();
     minWidth_ = width();
     setMinimumSize(minWidth_, minHeight_);
