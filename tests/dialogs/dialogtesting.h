@@ -28,7 +28,7 @@ private:
 // `answer` runs on it once it shows. If none shows within five seconds the active modal
 // window is closed, so a test fails instead of hanging.
 template <typename Window> void whenShown(std::function<void(Window&)> answer) {
-    auto* timer = new QTimer;
+    auto* timer = new QTimer(qApp);
     timer->setInterval(10);
     auto ticks = std::make_shared<int>(0);
     QObject::connect(timer, &QTimer::timeout, [timer, answer, ticks] {
