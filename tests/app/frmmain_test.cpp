@@ -118,13 +118,16 @@ TEST(MainWindowOpen, OpeningWhileTheListIsEmptyAsksNoQuestion) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
     QString shown;
-    QTimer::singleShot(50, [&] {
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
         if (QWidget* dialog = QApplication::activeModalWidget()) {
             shown = dialog->objectName();
             dialog->close();
         }
     });
+    poll.start(10);
     editor.main->cmdOpen_Click();
+    poll.stop();
     EXPECT_EQ(shown, QStringLiteral("frmOpen"));
     EXPECT_TRUE(editor.messages.empty());
 }
