@@ -3,6 +3,7 @@
 #include "dialogs/frmnew.h"
 #include "dialogs/newpackage.h"
 #include "package/clszeldb.h"
+#include "settings/windowtexts.h"
 #include "support/editorfixture.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
@@ -13,6 +14,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -339,6 +341,7 @@ TEST(frmNew, AnEmptiedDescriptionAndPictureLeaveTheOlderFilesAsTheyWere) {
     editor.root.write(QStringLiteral("Data/Linie1/Package.img"), kJpeg);
     editor.open(folder);
     auto dialog = showNew(editor, false);
+    dialog->txtAutor()->setText(QStringLiteral("A"));
     dialog->txtComment()->clear();
     dialog->cmdClear()->click();
     dialog->cmdOK()->click();
@@ -405,7 +408,7 @@ TEST(frmNew, AHugeOrBrokenDescriptionOpensTheInformationModeAtOnce) {
     Editor editor;
     const QString folder =
         editor.writePackage(QStringLiteral("Linie1"), QStringLiteral("Linie 1"), {});
-    QByteArray huge(64 * 1024 * 1024, 'x');
+    QByteArray huge(16 * 1024 * 1024, 'x');
     huge[10] = '\xff';
     huge[100] = '\n';
     editor.root.write(QStringLiteral("Data/Linie1/Package.txt"), huge);
@@ -426,4 +429,16 @@ TEST(frmNew, IsLabelledFromTheLanguageFile) {
     EXPECT_EQ(dialog->lblTitel()->text(), QStringLiteral("Title:"));
     EXPECT_EQ(dialog->cmdPic()->toolTip(), QStringLiteral("Choose a picture"));
     EXPECT_EQ(dialog->cmdCancel()->text(), QStringLiteral("&Cancel"));
+}
+
+TEST(frmNew, EveryControlTheLanguageFilesNameIsOneOfItsControls) {
+    Editor editor;
+    auto dialog = showNew(editor, true);
+    for (const WindowTexts& window : LocalisedWindows()) {
+        if (QLatin1StringView(window.window) != QLatin1StringView("frmNew"))
+            continue;
+        for (const char* name : window.controls)
+            EXPECT_NE(dialog->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
+    }
+    EXPECT_EQ(dialog->objectName(), QStringLiteral("frmNew"));
 }

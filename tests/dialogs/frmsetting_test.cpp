@@ -3,6 +3,7 @@
 #include "dialogs/announcementcolors.h"
 #include "dialogs/frmsetting.h"
 #include "package/clszeldb.h"
+#include "settings/windowtexts.h"
 #include "support/editorfixture.h"
 #include "util/conversions.h"
 #include "util/reportlist.h"
@@ -310,4 +311,16 @@ TEST(frmSetting, CancelChangesNothing) {
     EXPECT_TRUE(record.NameVisible);
     EXPECT_EQ(package.row(2)->ForeColor(), 255u);
     EXPECT_EQ(package.row(2)->SubItems(1), QStringLiteral("Gleis 1"));
+}
+
+TEST(frmSetting, EveryControlTheLanguageFilesNameIsOneOfItsControls) {
+    LoadedPackage package;
+    auto dialog = package.properties(1);
+    for (const WindowTexts& window : LocalisedWindows()) {
+        if (QLatin1StringView(window.window) != QLatin1StringView("frmSetting"))
+            continue;
+        for (const char* name : window.controls)
+            EXPECT_NE(dialog->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
+    }
+    EXPECT_EQ(dialog->objectName(), QStringLiteral("frmSetting"));
 }

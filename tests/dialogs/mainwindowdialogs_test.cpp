@@ -1,4 +1,5 @@
 #include "app/frmmain.h"
+#include "app/tavikapplication.h"
 #include "dialogs/frmnew.h"
 #include "dialogs/frmsetting.h"
 #include "package/clszeldb.h"
@@ -14,6 +15,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -176,9 +178,10 @@ TEST(MainWindowProperties, DoubleClickingARowOpensItsPropertiesWithItsTitle) {
         dialog.txtTitle()->setText(QStringLiteral("Gleis 2"));
         dialog.cmdOK()->click();
     });
+    // On the row's key: the row is wider than the list shows.
     const QRect row = list->visualItemRect(list->ListItems(2));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row.center());
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row.center());
+    const QPoint at = list->viewport()->mapTo(editor.main.get(), row.topLeft() + QPoint(8, 4));
+    QTest::mouseDClick(editor.main->windowHandle(), Qt::LeftButton, {}, at);
 
     EXPECT_EQ(answer.answered, 1);
     EXPECT_EQ(list->ListItems(2)->SubItems(1), QStringLiteral("Gleis 2"));
@@ -193,4 +196,21 @@ TEST(MainWindowProperties, WithoutASelectedRowNothingOpens) {
     editor.main->lsvPack_DblClick();
     QTest::qWait(30);
     EXPECT_EQ(answer.answered, 0);
+}
+
+TEST(MainWindowProperties, ARowWithoutARecordShowsTheSubscriptErrorAndOpensNothing) {
+    Editor editor;
+    QStringList shown;
+    auto* app = static_cast<TavikApplication*>(qApp);
+    app->setErrorReporter([&](const QString& text) { shown << text; });
+    ReportListItem* stray = editor.main->lsvPack()->AddItem(QStringLiteral("0999"));
+    stray->SetSubItems(1, QStringLiteral("Fremd"));
+    stray->SetSelected(true);
+    ModalAnswer<frmSetting> answer([](frmSetting&) {});
+    editor.main->lsvPack_DblClick();
+    QTest::qWait(30);
+    app->setErrorReporter({});
+    EXPECT_EQ(answer.answered, 0);
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].contains(QStringLiteral("'9'")));
 }
