@@ -9,4 +9,6 @@ list(APPEND TAVIK_CORE_TESTS
 )
 list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp
+    settings/frmlanguage_test.cpp
+    settings/frmoptions_test.cpp
 )
