@@ -112,14 +112,17 @@ frmLanguage::frmLanguage(Language& language, QWidget* parent)
 }
 
 void frmLanguage::DisableCloseButton(QWidget* window) {
-    if (!window || window->findChild<CloseGuard*>(QString(), Qt::FindDirectChildrenOnly))
+    const QString guardName = QStringLiteral("CloseGuard");
+    if (!window || window->findChild<QObject*>(guardName, Qt::FindDirectChildrenOnly))
         return;
     const bool visible = window->isVisible();
     Qt::WindowFlags flags = window->windowFlags() | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                             Qt::WindowSystemMenuHint;
     flags &= ~Qt::WindowCloseButtonHint;
     window->setWindowFlags(flags);
-    window->installEventFilter(new CloseGuard(window));
+    auto* guard = new CloseGuard(window);
+    guard->setObjectName(guardName);
+    window->installEventFilter(guard);
     // Changing the flags hides a window that is on screen.
     if (visible)
         window->show();

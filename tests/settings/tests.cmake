@@ -11,4 +11,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp
     settings/frmlanguage_test.cpp
     settings/frmoptions_test.cpp
+    settings/languagestartup_test.cpp
 )
