@@ -82,14 +82,15 @@ void frmSetting::buildControls() {
     vscPlace_->setRange(0, kPlaceMaximum);
     vscPlace_->setSingleStep(1);
     vscPlace_->setPageStep(kPlacePageStep);
-    txtPlace_->setMaximumWidth(txtPlace_->fontMetrics().horizontalAdvance(QStringLiteral("00000")) *
-                               2);
+    txtPlace_->setMaximumWidth(txtPlace_->fontMetrics().horizontalAdvance(QStringLiteral("0000")) +
+                               16);
 
     // The colour options share one parent, so choosing one clears the others.
     auto* colors = new QWidget(frame1_);
     colors->setObjectName(QStringLiteral("picColors"));
     auto* colorLayout = new QGridLayout(colors);
     colorLayout->setContentsMargins(0, 0, 0, 0);
+    colorLayout->setHorizontalSpacing(2);
     for (std::size_t i = 0; i < kAnnouncementColors.size(); ++i) {
         auto* option = named(new QRadioButton(colors), "optColor");
         auto* swatch = named(new QFrame(colors), "shpColor");
@@ -100,10 +101,13 @@ void frmSetting::buildControls() {
         fill.setColor(QPalette::Window,
                       WinColorToQColor(static_cast<quint32>(kAnnouncementColors[i])));
         swatch->setPalette(fill);
+        // Each option sits close to its swatch; a gap sets the pairs apart.
         const int row = static_cast<int>(i) / 3;
-        const int column = static_cast<int>(i) % 3 * 2;
+        const int column = static_cast<int>(i) % 3 * 3;
         colorLayout->addWidget(option, row, column);
         colorLayout->addWidget(swatch, row, column + 1);
+        colorLayout->setColumnMinimumWidth(column + 2, 18);
+        colorLayout->setColumnStretch(column + 2, 1);
         optColor_.push_back(option);
         shpColor_.push_back(swatch);
     }
