@@ -40,7 +40,7 @@ struct Editor : EditorFixture {
 // Picture files as a user might choose them: the dialog copies their bytes, whatever they are.
 const QByteArray kJpeg("\xff\xd8\xff\xe0\x00\x10JFIF\x00\x01\x01\x00\x00\x01\x00\x01\x00\x00"
                        "\xff\xd9",
-                       24);
+                       22);
 const QByteArray kIcon("\x00\x00\x01\x00\x01\x00\x10\x10\x00\x00\x01\x00\x20\x00", 14);
 
 // Answers the file dialog with one path and remembers what was asked.
