@@ -1,4 +1,5 @@
 list(APPEND TAVIK_CORE_TESTS
+    service/serviceeditorrules_test.cpp
     service/servicefile_test.cpp
     service/servicefiles_test.cpp
     service/servicesentences_test.cpp
