@@ -45,6 +45,8 @@ public:
     AnnouncementTable table; // Announcements and AnnouncementCount
     bool newPackageMode = false;
     bool PackageChosen = false; // set by the open and new dialogs
+    // Start-up shows the splash window; tests and benchmarks switch it off.
+    bool ShowSplash = true;
 
     Language& language() const { return language_; }
     modMCI& mci() const { return mci_; }
@@ -101,7 +103,7 @@ public:
     QProgressBar* prgStatus() const { return prgStatus_; }
     QTimer* tmrName() const { return tmrName_; }
     // The status window while a load or an unload runs, else null.
-    frmStatus* statusWindow() const { return status_; }
+    frmStatus* statusWindow() const;
     // The service editor while it is open, else null.
     QWidget* serviceEditor() const { return serviceEditor_; }
 
@@ -142,6 +144,10 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The language dialog at start-up; false when the program is to end.
+    bool chooseLanguage();
+    // Writes the list order and every listed announcement's settings into PackageIndex.
+    void SavePackageList();
     void buildControls();
     void buildStatusBar();
     void buildMenus();

@@ -1,22 +1,33 @@
+#include "app/frmmain.h"
 #include "app/tavikapplication.h"
+#include "audio/modmci.h"
+#include "audio/systembackend.h"
+#include "log/eventlog.h"
+#include "settings/language.h"
+#include "util/apppath.h"
 
-#include <QLabel>
-#include <QMainWindow>
+#include <QWidget>
 
-// The editor's start object. Until the main window is built, it opens a window that says so.
+// The editor's start object: the main window, after its start-up has run.
 int main(int argc, char** argv) {
     tavik::TavikApplication app(argc, argv);
-    QMainWindow window;
-    window.setObjectName(QStringLiteral("frmMain"));
-    window.setWindowTitle(QStringLiteral("Tavik Editor"));
-    auto* label = new QLabel(
-        QStringLiteral("Tavik Editor\n\nThe package editor's main window is not built yet.\n"
-                       "Use the headless tool \"tavik\" to read and change package index files."),
-        &window);
-    label->setAlignment(Qt::AlignCenter);
-    label->setMargin(24);
-    window.setCentralWidget(label);
-    window.resize(520, 240);
+    tavik::Language language;
+    tavik::EventLog eventLog(tavik::AppPath(), &language);
+    const std::unique_ptr<tavik::MciBackend> backend = tavik::createSystemMciBackend();
+    tavik::modMCI mci(
+        *backend, [&eventLog](const QString& line) { eventLog.WriteLog(line); },
+        [] {
+            QWidget* active = QApplication::activeWindow();
+#ifdef Q_OS_WIN
+            return static_cast<qintptr>(active ? active->winId() : 0);
+#else
+            // The emulator only keeps the value: no native window is needed for it.
+            return reinterpret_cast<qintptr>(active);
+#endif
+        });
+    tavik::frmMain window(language, mci, eventLog);
+    if (!window.FormLoad())
+        return 0;
     window.show();
     return app.exec();
 }

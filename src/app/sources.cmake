@@ -1,4 +1,8 @@
 list(APPEND TAVIK_UI_SOURCES
+    app/fadeineffect.cpp
+    app/frmmain.cpp
+    app/frmmain_dialogs.cpp
+    app/frmmain_package.cpp
     app/frmstatus.cpp
     app/tavikapplication.cpp
 )

@@ -33,4 +33,13 @@ void TavikApplication::reportRuntimeError(const RuntimeError& error) {
         reporter_(error.message());
 }
 
+void RunHandler(const std::function<void()>& handler) {
+    try {
+        handler();
+    } catch (const RuntimeError& error) {
+        if (auto* app = dynamic_cast<TavikApplication*>(QCoreApplication::instance()))
+            app->reportRuntimeError(error);
+    }
+}
+
 } // namespace tavik

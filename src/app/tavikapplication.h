@@ -24,4 +24,9 @@ private:
     std::function<void(const QString&)> reporter_;
 };
 
+// Runs an event handler of a window: a runtime error it raises is shown the way an unhandled
+// one is, and the window stays usable. Handlers run from a mouse or key press go through here
+// so the error never unwinds through the toolkit's own event code.
+void RunHandler(const std::function<void()>& handler);
+
 } // namespace tavik

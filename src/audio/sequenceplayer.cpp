@@ -7,6 +7,14 @@
 
 namespace tavik {
 
+void PlayAnnouncement(modMCI& mci, const AnnouncementRecord& record, bool wait) {
+    mci.MciPlay(record.Key);
+    if (wait) {
+        WaitMilliseconds(record.Length);
+        mci.MciStop(record.Key);
+    }
+}
+
 void PlayAnnouncementSequence(modMCI& mci, const AnnouncementTable& table,
                               const SatzRecord& sequence, std::int16_t& busy,
                               const std::function<void(const QString&)>& writeLog) {

@@ -24,6 +24,8 @@ public:
     void WriteLog(const QString& line);
 
     frmDebug* viewer();
+    // Whether the viewer exists yet; viewer() would create it.
+    bool viewerCreated() const { return viewer_ != nullptr; }
 
 private:
     QString programFolder_;

@@ -16,6 +16,7 @@ struct AnnouncementRecord {
     std::int32_t AutoPlace = -1;
     std::int32_t Color = 0;
     bool Missing = false;
+    bool Opened = false; // the sound is open under Key; the list shows a length only then
 };
 
 // The table of the loaded package: records 0 to AnnouncementCount - 1 are in use; the storage

@@ -3,6 +3,7 @@
 #include "audio/modmci.h"
 #include "package/announcementrecord.h"
 #include "package/clszeldb.h"
+#include "package/packagefolder.h"
 
 #include <QString>
 #include <functional>
@@ -15,9 +16,19 @@ struct AnnouncementLoadHooks {
     std::function<void(const QString& key, const QString& title)> missingFile;
     // The first time in a load that an alias was already open.
     std::function<void()> aliasInUse;
+    // A record filled from the store, before its sound is looked for.
+    std::function<void(const AnnouncementRecord& record)> opening;
     // After each shown entry.
     std::function<void()> progress;
 };
+
+// Loads one shown "INDEX" entry into the record at `table.AnnouncementCount` and counts it:
+// its settings read, its sound found in `packageFolder`, opened under its key and measured.
+// An alias still open is closed and opened again; `aliasWarningShown` tells whether that
+// was already reported in this load.
+void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& packageFolder,
+                      modMCI& mci, AnnouncementTable& table, bool& aliasWarningShown,
+                      const AnnouncementLoadHooks& hooks = {});
 
 // Fills `table` from the package the store holds, as the main window loads a package: one
 // record per shown "INDEX" entry, in list order, its settings read, its sound found in

@@ -1,0 +1,460 @@
+#include "app/frmmain.h"
+#include "app/frmstatus.h"
+
+#include "app/fadeineffect.h"
+#include "app/tavikapplication.h"
+#include "audio/modmci.h"
+#include "audio/sequenceplayer.h"
+#include "log/eventlog.h"
+#include "log/frmdebug.h"
+#include "package/packagefolder.h"
+#include "settings/applylanguage.h"
+#include "settings/language.h"
+#include "settings/modini.h"
+#include "shell/frmabout.h"
+#include "shell/frmsplash.h"
+#include "shell/productinfo.h"
+#include "util/apppath.h"
+#include "util/conversions.h"
+#include "util/fileops.h"
+#include "util/listrows.h"
+#include "util/msgbox.h"
+#include "util/reportlist.h"
+#include "util/runtimeerror.h"
+#include "util/zelcmd.h"
+
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLockFile>
+#include <QMenu>
+#include <QProcess>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace tavik {
+
+namespace {
+
+// The title column leaves room for the vertical scroll bar once the list is that long.
+constexpr double kKeyColumn = 900.0;
+constexpr double kFormatColumn = 900.0;
+constexpr double kLengthColumn = 1400.0;
+constexpr int kNameInterval = 1000;
+
+zelcmd* makeButton(const char* name, const QString& caption, QWidget* parent) {
+    auto* button = new zelcmd(parent);
+    button->setObjectName(QString::fromLatin1(name));
+    button->SetCaption(caption);
+    return button;
+}
+
+QAction* makeAction(const char* name, const QString& caption, QMenu* menu) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(QString::fromLatin1(name));
+    return action;
+}
+
+} // namespace
+
+frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* parent)
+    : QMainWindow(parent), language_(language), mci_(mci), eventLog_(eventLog) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QString::fromUtf16(kProductName));
+    buildControls();
+    buildMenus();
+    buildStatusBar();
+    EnableServicButtons(false);
+    cmdSave_->setEnabled(false);
+
+    tmrName_ = new QTimer(this);
+    tmrName_->setObjectName(QStringLiteral("tmrName"));
+    tmrName_->setInterval(kNameInterval);
+    connect(tmrName_, &QTimer::timeout, this, &frmMain::tmrName_Timer);
+    tmrName_->start();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::buildControls() {
+    auto* central = new QWidget(this);
+    central->setObjectName(QStringLiteral("centralWidget"));
+    setCentralWidget(central);
+
+    lsvPack_ = new ReportList(central);
+    lsvPack_->setObjectName(QStringLiteral("lsvPack"));
+    lsvPack_->AddColumn(QStringLiteral("Schlüssel"), kKeyColumn);
+    lsvPack_->AddColumn(QStringLiteral("Titel"), 5430.6143);
+    lsvPack_->AddColumn(QStringLiteral("Format"), kFormatColumn);
+    lsvPack_->AddColumn(QStringLiteral("Spielzeit"), kLengthColumn);
+    connect(lsvPack_, &QTreeWidget::itemDoubleClicked, this, [this] { lsvPack_DblClick(); });
+
+    cmdNew_ = makeButton("cmdNew", QStringLiteral("&Neu"), central);
+    cmdOpen_ = makeButton("cmdOpen", QStringLiteral("&Öffnen"), central);
+    cmdSave_ = makeButton("cmdSave", QStringLiteral("&Speichern"), central);
+    cmdAdd_ = makeButton("cmdAdd", QStringLiteral("&Hinzufügen"), central);
+    cmdRemove_ = makeButton("cmdRemove", QStringLiteral("&Entfernen"), central);
+    cmdEdit_ = makeButton("cmdEdit", QStringLiteral("&Daten"), central);
+    cmdPlay_ = makeButton("cmdPlay", QStringLiteral("&Abspielen"), central);
+    cmdSort_ = makeButton("cmdSort", QStringLiteral("&Sortieren"), central);
+    cmdFUp_ = makeButton("cmdFUp", QStringLiteral("⤒"), central);
+    cmdUp_ = makeButton("cmdUp", QStringLiteral("↑"), central);
+    cmdDown_ = makeButton("cmdDown", QStringLiteral("↓"), central);
+    cmdFDown_ = makeButton("cmdFDown", QStringLiteral("⤓"), central);
+    cmdExpand_ = makeButton("cmdExpand", QStringLiteral("Erweitert"), central);
+    cmdExit_ = makeButton("cmdExit", QStringLiteral("Beenden"), central);
+
+    // The extended panel: the commands a user needs less often.
+    picExpand_ = new QWidget(central);
+    picExpand_->setObjectName(QStringLiteral("picExpand"));
+    cmdDienst_ = makeButton("cmdDienst", QStringLiteral("Diensteditor"), picExpand_);
+    cmdCompress_ = makeButton("cmdCompress", QStringLiteral("Verpacken"), picExpand_);
+    cmdDelete_ = makeButton("cmdDelete", QStringLiteral("Optionen"), picExpand_);
+    cmdLanguage_ = makeButton("cmdLanguage", QStringLiteral("Sprache"), picExpand_);
+    cmdDebug_ = makeButton("cmdDebug", QStringLiteral("Ereignisprotokoll"), picExpand_);
+    cmdHelp_ = makeButton("cmdHelp", QStringLiteral("Hilfe"), picExpand_);
+    cmdInfo_ = makeButton("cmdInfo", QStringLiteral("Info"), picExpand_);
+    cmdUnexpand_ = makeButton("cmdUnexpand", QStringLiteral("&Zurück"), picExpand_);
+    auto* panelLayout = new QVBoxLayout(picExpand_);
+    panelLayout->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* button :
+         {cmdDienst_, cmdCompress_, cmdDelete_, cmdLanguage_, cmdDebug_, cmdHelp_, cmdInfo_})
+        panelLayout->addWidget(button);
+    panelLayout->addStretch();
+    panelLayout->addWidget(cmdUnexpand_);
+    picExpand_->hide();
+
+    auto* moves = new QHBoxLayout;
+    for (QWidget* button : {cmdFUp_, cmdUp_, cmdDown_, cmdFDown_}) {
+        button->setMinimumWidth(24);
+        moves->addWidget(button);
+    }
+    auto* commands = new QVBoxLayout;
+    for (QWidget* button :
+         {cmdNew_, cmdOpen_, cmdSave_, cmdAdd_, cmdRemove_, cmdEdit_, cmdPlay_, cmdSort_})
+        commands->addWidget(button);
+    commands->addLayout(moves);
+    commands->addStretch();
+    commands->addWidget(cmdExpand_);
+    commands->addWidget(cmdExit_);
+
+    auto* layout = new QGridLayout(central);
+    layout->addWidget(lsvPack_, 0, 0);
+    layout->addLayout(commands, 0, 1);
+    layout->addWidget(picExpand_, 0, 2);
+    layout->setColumnStretch(0, 1);
+
+    const std::pair<zelcmd*, void (frmMain::*)()> handlers[] = {
+        {cmdNew_, &frmMain::cmdNew_Click},       {cmdOpen_, &frmMain::cmdOpen_Click},
+        {cmdSave_, &frmMain::cmdSave_Click},     {cmdAdd_, &frmMain::cmdAdd_Click},
+        {cmdRemove_, &frmMain::cmdRemove_Click}, {cmdEdit_, &frmMain::cmdEdit_Click},
+        {cmdPlay_, &frmMain::cmdPlay_Click},     {cmdUp_, &frmMain::cmdUp_Click},
+        {cmdDown_, &frmMain::cmdDown_Click},     {cmdFUp_, &frmMain::cmdFUp_Click},
+        {cmdFDown_, &frmMain::cmdFDown_Click},   {cmdSort_, &frmMain::cmdSort_Click},
+        {cmdExpand_, &frmMain::cmdExpand_Click}, {cmdUnexpand_, &frmMain::cmdUnexpand_Click},
+        {cmdDienst_, &frmMain::cmdDienst_Click}, {cmdCompress_, &frmMain::cmdCompress_Click},
+        {cmdDelete_, &frmMain::cmdDelete_Click}, {cmdLanguage_, &frmMain::cmdLanguage_Click},
+        {cmdDebug_, &frmMain::cmdDebug_Click},   {cmdHelp_, &frmMain::cmdHelp_Click},
+        {cmdInfo_, &frmMain::cmdInfo_Click},
+    };
+    for (const auto& [button, handler] : handlers)
+        connect(button, &QPushButton::clicked, this,
+                [this, handler] { RunHandler([this, handler] { (this->*handler)(); }); });
+    connect(cmdExit_, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void frmMain::buildMenus() {
+    mnuSort_ = new QMenu(QStringLiteral("Sortieren"), this);
+    mnuSort_->setObjectName(QStringLiteral("mnuSort"));
+    mnuIndex_ = makeAction("mnuIndex", QStringLiteral("nach &Index"), mnuSort_);
+    mnuTitel_ = makeAction("mnuTitel", QStringLiteral("nach &Titel"), mnuSort_);
+    mnuFormat_ = makeAction("mnuFormat", QStringLiteral("nach &Format"), mnuSort_);
+    mnuLenght_ = makeAction("mnuLenght", QStringLiteral("nach &Länge"), mnuSort_);
+    const QAction* sortEntries[] = {mnuIndex_, mnuTitel_, mnuFormat_, mnuLenght_};
+    for (int column = 0; column < 4; ++column)
+        connect(sortEntries[column], &QAction::triggered, this,
+                [this, column] { RunHandler([this, column] { SortByColumn(column); }); });
+
+    mnuHlp_ = new QMenu(QStringLiteral("Hilfe"), this);
+    mnuHlp_->setObjectName(QStringLiteral("mnuHlp"));
+    mnuHP_ = makeAction("mnuHP", QStringLiteral("Homepage"), mnuHlp_);
+    mnuSupport_ = makeAction("mnuSupport", QStringLiteral("Support"), mnuHlp_);
+    mnuHlp_->addSeparator()->setObjectName(QStringLiteral("mnuS1"));
+    mnuReadme_ = makeAction("mnuReadme", QStringLiteral("Readme"), mnuHlp_);
+    // There is no web site to send users to: the home page entry opens the read-me, the
+    // support entry a mail to the author.
+    connect(mnuHP_, &QAction::triggered, this,
+            [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(language_.GetLangFile(6))); });
+    connect(mnuSupport_, &QAction::triggered, this,
+            [] { QDesktopServices::openUrl(QUrl(MailLink(QString::fromUtf16(kAuthorMail)))); });
+    connect(mnuReadme_, &QAction::triggered, this,
+            [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(language_.GetLangFile(6))); });
+}
+
+void frmMain::buildStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("barStatus"));
+    bar->setSizeGripEnabled(true);
+    for (int i = 1; i <= 6; ++i) {
+        auto* panel = new QLabel(bar);
+        panel->setObjectName(i == 4 ? QStringLiteral("Title") : QStringLiteral("Panel%1").arg(i));
+        panel->setFrameShape(QFrame::StyledPanel);
+        panel->setFrameShadow(QFrame::Sunken);
+        panels_ << panel;
+    }
+    panels_[0]->setText(QStringLiteral("Bereit"));
+    prgStatus_ = new QProgressBar(panels_[1]);
+    prgStatus_->setObjectName(QStringLiteral("prgStatus"));
+    prgStatus_->setTextVisible(false);
+    auto* progressLayout = new QHBoxLayout(panels_[1]);
+    progressLayout->setContentsMargins(1, 1, 1, 1);
+    progressLayout->addWidget(prgStatus_);
+    panels_[1]->setMinimumWidth(160);
+    panels_[1]->hide();
+    prgStatus_->hide();
+
+    bar->addWidget(panels_[0]);
+    bar->addWidget(panels_[1]);
+    bar->addWidget(panels_[2]);
+    bar->addWidget(panels_[3], 1);
+    bar->addPermanentWidget(panels_[4]);
+    bar->addPermanentWidget(panels_[5]);
+}
+
+QStatusBar* frmMain::barStatus() const {
+    return const_cast<frmMain*>(this)->statusBar();
+}
+
+frmStatus* frmMain::statusWindow() const {
+    return status_;
+}
+
+QLabel* frmMain::Panel(int index) const {
+    if (index < 1 || index > panels_.size())
+        throw RuntimeError(rt::IndexOutOfBounds);
+    return panels_[index - 1];
+}
+
+bool frmMain::UseFormat() const {
+    return mci_.UseFormat;
+}
+
+void frmMain::SetUseFormat(bool useFormat) {
+    mci_.UseFormat = useFormat;
+}
+
+bool frmMain::FormLoad() {
+    if (!chooseLanguage())
+        return false;
+    ApplyLanguage(this, objectName(), language_.LanguageFile);
+    SetUseFormat(CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
+                               QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
+                               Variant::fromBoolean(false))));
+
+    instanceLock_ =
+        std::make_unique<QLockFile>(NativePath(AppPath() + QStringLiteral("\\Tavik.lock")));
+    instanceLock_->setStaleLockTime(0);
+    if (!instanceLock_->tryLock(0)) {
+        instanceLock_.reset();
+        MsgBox(this, language_.GetLangString(24), MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
+    }
+
+    for (int column = 1; column <= 4; ++column)
+        lsvPack_->SetColumnText(column, language_.GetLangString(28 + column));
+    Panel(6)->setText(language_.GetLangString(33));
+
+    if (ShowSplash) {
+        frmSplash splash(language_, this);
+        splash.exec();
+    }
+    adjustSize();
+    minHeight_ = height();
+    minWidth_ = width();
+    setMinimumSize(minWidth_, minHeight_);
+    return true;
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    // A window manager may ignore the minimum size; the designed rule puts it back.
+    if (minHeight_ > 0 && (height() < minHeight_ || width() < minWidth_) && !isMinimized())
+        resize(std::max(width(), minWidth_), std::max(height(), minHeight_));
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    // A package created and never filled disappears; one with files stays.
+    if (!PackageFolder.isEmpty()) {
+        try {
+            RmDir(NativePath(PackageFolder));
+        } catch (const RuntimeError&) {
+        }
+    }
+    if (serviceEditor_)
+        serviceEditor_->close();
+    if (eventLog_.viewerCreated())
+        eventLog_.viewer()->close();
+    event->accept();
+}
+
+void frmMain::EnableServicButtons(bool enabled) {
+    for (zelcmd* button : {cmdAdd_, cmdRemove_, cmdUp_, cmdDown_, cmdSort_, cmdPlay_, cmdDienst_,
+                           cmdFUp_, cmdFDown_, cmdEdit_})
+        button->setEnabled(enabled);
+}
+
+void frmMain::FadeInEffect(QWidget* source, QWidget* target, int steps) {
+    RunZoomEffect(ScreenRect(source), ScreenRect(target), steps);
+}
+
+QString frmMain::GetFileName(const QString& key) const {
+    return tavik::GetFileName(PackageFolder, key);
+}
+
+bool frmMain::confirmDiscard() {
+    if (lsvPack_->Count() < 1)
+        return true;
+    return MsgBox(this, language_.GetLangString(6), MsgButtons::YesNo, MsgIcon::Question,
+                  language_.GetLangString(7)) != MsgResult::No;
+}
+
+void frmMain::showReadyState() {
+    prgStatus_->hide();
+    Panel(2)->hide();
+    Panel(3)->show();
+    Panel(1)->setText(language_.GetLangString(27));
+    try {
+        Panel(4)->setText(CStr(
+            PackageIndex.GetSetting(QStringLiteral("INFO"), QStringLiteral("Name"), QString())));
+    } catch (const RuntimeError&) {
+    }
+}
+
+void frmMain::cmdSave_Click() {
+    SavePackageList();
+    PackageIndex.SaveIOFile(IndexFilePath);
+    UnloadAudioFiles();
+    lsvPack_->ClearItems();
+    LoadPackage();
+}
+
+void frmMain::cmdRemove_Click() {
+    if (MsgBox(this, language_.GetLangString(23), MsgButtons::YesNo, MsgIcon::Question) ==
+        MsgResult::No)
+        return;
+    ReportListItem* row = lsvPack_->SelectedItem();
+    if (!row)
+        return;
+    const QString key = row->Text();
+    const QString file = GetFileName(key);
+    mci_.MciClose(key);
+    Kill(file);
+    lsvPack_->RemoveItem(row->Index());
+}
+
+void frmMain::cmdPlay_Click() {
+    const ReportListItem* row = lsvPack_->SelectedItem();
+    if (!row)
+        return;
+    const std::int32_t index = FindAnnouncementByKey(table, row->Text());
+    if (index == -1)
+        return;
+    // A copy: the table may be reloaded while the sound plays and events run.
+    const AnnouncementRecord record = table.Announcements[index];
+    cmdPlay_->setEnabled(false);
+    try {
+        PlayAnnouncement(mci_, record, true);
+    } catch (...) {
+        cmdPlay_->setEnabled(true);
+        throw;
+    }
+    mci_.MciSeekToStart(record.Key);
+    cmdPlay_->setEnabled(true);
+}
+
+void frmMain::cmdUp_Click() {
+    MoveRowUp(lsvPack_);
+}
+
+void frmMain::cmdDown_Click() {
+    MoveRowDown(lsvPack_);
+}
+
+void frmMain::cmdFUp_Click() {
+    MoveRowToTop(lsvPack_);
+}
+
+void frmMain::cmdFDown_Click() {
+    MoveRowToBottom(lsvPack_);
+}
+
+void frmMain::cmdSort_Click() {
+    mnuSort_->popup(cmdSort_->mapToGlobal(QPoint(0, cmdSort_->height())));
+}
+
+void frmMain::SortByColumn(int column) {
+    lsvPack_->SetSortKey(column);
+    lsvPack_->SetSorted(true);
+    lsvPack_->SetSortOrder(lsvPack_->SortOrder() == lvw::Ascending ? lvw::Descending
+                                                                   : lvw::Ascending);
+}
+
+void frmMain::cmdExpand_Click() {
+    cmdExpand_->setEnabled(false);
+    FadeInEffect(cmdExpand_, picExpand_, 20);
+    picExpand_->show();
+    // The panel's package commands work only when a package is open.
+    EnableServicButtons(cmdSave_->isEnabled());
+}
+
+void frmMain::cmdUnexpand_Click() {
+    picExpand_->hide();
+    FadeInEffect(picExpand_, cmdExpand_, 20);
+    cmdExpand_->setEnabled(true);
+    EnableServicButtons(true);
+}
+
+void frmMain::cmdCompress_Click() {
+    const QString packer = PackerPath();
+    if (QFileInfo(packer).isFile())
+        QProcess::startDetached(packer, {}, QFileInfo(packer).absolutePath());
+}
+
+QString frmMain::PackerPath() {
+#ifdef Q_OS_WIN
+    return NativePath(AppPath() + QStringLiteral("\\tavikpm.exe"));
+#else
+    return NativePath(AppPath() + QStringLiteral("\\tavikpm"));
+#endif
+}
+
+void frmMain::cmdDebug_Click() {
+    frmDebug* viewer = eventLog_.viewer();
+    viewer->show();
+    viewer->raise();
+}
+
+void frmMain::cmdHelp_Click() {
+    mnuHlp_->popup(cmdHelp_->mapToGlobal(QPoint(0, cmdHelp_->height())));
+}
+
+void frmMain::cmdInfo_Click() {
+    frmAbout about(language_, this);
+    about.exec();
+}
+
+void frmMain::tmrName_Timer() {
+    try {
+        Panel(4)->setText(CStr(
+            PackageIndex.GetSetting(QStringLiteral("INFO"), QStringLiteral("Name"), QString())));
+    } catch (...) {
+    }
+}
+
+} // namespace tavik

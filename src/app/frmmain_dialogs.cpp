@@ -1,0 +1,89 @@
+#include "app/fadeineffect.h"
+#include "app/frmmain.h"
+#include "app/frmstatus.h"
+#include "settings/language.h"
+#include "settings/modini.h"
+#include "util/apppath.h"
+#include "util/conversions.h"
+#include "util/fileops.h"
+#include "util/reportlist.h"
+#include "util/zelcmd.h"
+
+#include <QDir>
+#include <QLabel>
+
+// The main window's commands that open another window.
+
+namespace tavik {
+
+bool frmMain::chooseLanguage() {
+    // Until the language dialog exists: the stored language, else the first file found.
+    language_.LanguageFile = CStr(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
+                                          QStringLiteral("Settings"), QStringLiteral("Language"),
+                                          Variant::fromString({})));
+    if (language_.LanguageFile.isEmpty()) {
+        const QStringList files =
+            QDir(LanguageFolder()).entryList({QStringLiteral("*.lng")}, QDir::Files, QDir::Name);
+        if (files.isEmpty())
+            return false;
+        language_.LanguageFile = LanguageFolder() + files.first();
+    }
+    return true;
+}
+
+void frmMain::cmdNew_Click() {
+    if (!confirmDiscard())
+        return;
+    UnloadAudioFiles();
+    lsvPack_->ClearItems();
+    table.Announcements = {AnnouncementRecord{}};
+    table.AnnouncementCount = 0;
+    EnableServicButtons(false);
+    newPackageMode = true;
+    // The new-package dialog opens here.
+    showReadyState();
+}
+
+void frmMain::cmdOpen_Click() {
+    if (!confirmDiscard())
+        return;
+    PackageChosen = false;
+    // The open dialog opens here.
+    if (!PackageChosen)
+        return;
+    lsvPack_->ClearItems();
+    UnloadAudioFiles();
+    LoadPackage();
+}
+
+void frmMain::cmdAdd_Click() {
+    // The import dialog opens here.
+}
+
+void frmMain::cmdEdit_Click() {
+    newPackageMode = false;
+    // The package information dialog opens here.
+}
+
+void frmMain::lsvPack_DblClick() {
+    // The properties dialog opens here.
+}
+
+void frmMain::cmdDienst_Click() {
+    // The service editor opens here.
+}
+
+void frmMain::onServiceEditorClosed() {
+    setEnabled(true);
+    FadeInEffect(serviceEditor_, cmdDienst_, 20);
+}
+
+void frmMain::cmdDelete_Click() {
+    // The options dialog opens here.
+}
+
+void frmMain::cmdLanguage_Click() {
+    // The language dialog opens here, kept open for a choice.
+}
+
+} // namespace tavik
