@@ -1,6 +1,7 @@
 #include "service/frmdienst.h"
 
 #include "app/frmmain.h"
+#include "app/frmstatus.h"
 #include "app/tavikapplication.h"
 #include "service/serviceeditorrules.h"
 #include "settings/applylanguage.h"
@@ -12,6 +13,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -156,12 +158,7 @@ void frmDienst::onClick(zelcmd* button, void (frmDienst::*handler)()) {
 }
 
 void frmDienst::guarded(void (frmDienst::*handler)()) {
-    try {
-        (this->*handler)();
-    } catch (const RuntimeError& error) {
-        if (auto* app = dynamic_cast<TavikApplication*>(QCoreApplication::instance()))
-            app->reportRuntimeError(error);
-    }
+    RunHandler([this, handler] { (this->*handler)(); });
 }
 
 void frmDienst::zoom(QWidget* from, QWidget* to) {
@@ -236,8 +233,8 @@ void frmDienst::mnuClose_Click() {
 
 void frmDienst::closeEvent(QCloseEvent* event) {
     timer1_->stop();
-    main_.setEnabled(true);
-    zoom(this, main_.cmdDienst());
+    // The main window takes over from here: it enables itself and zooms back to its button.
+    Q_EMIT Unloaded();
     event->accept();
 }
 

@@ -8,7 +8,6 @@
 #include <QStringList>
 #include <array>
 #include <cstdint>
-#include <functional>
 
 class QAction;
 class QGroupBox;
@@ -151,6 +150,10 @@ public Q_SLOTS:
     void mnuSave_Click();
     void mnuClose_Click();
     void Timer1_Timer();
+
+Q_SIGNALS:
+    // The window is closing; the main window enables itself again.
+    void Unloaded();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

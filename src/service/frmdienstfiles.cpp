@@ -2,6 +2,7 @@
 #include "service/frmdienst.h"
 
 #include "app/frmmain.h"
+#include "app/frmstatus.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
 #include "settings/language.h"

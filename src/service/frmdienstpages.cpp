@@ -11,6 +11,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -75,12 +76,6 @@ zelcmd* pictureButton(const char* name, QStyle::StandardPixmap picture, const QS
     b->SetPicture(QApplication::style()->standardIcon(picture).pixmap(16, 16));
     b->setToolTip(toolTip);
     return b;
-}
-
-QWidget* page(QWidget* parent) {
-    auto* w = new QWidget(parent);
-    w->setObjectName(QStringLiteral("picTab"));
-    return w;
 }
 
 } // namespace

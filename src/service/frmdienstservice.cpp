@@ -2,6 +2,7 @@
 #include "service/frmdienst.h"
 
 #include "app/frmmain.h"
+#include "app/frmstatus.h"
 #include "audio/sequenceplayer.h"
 #include "log/eventlog.h"
 #include "service/serviceeditorrules.h"

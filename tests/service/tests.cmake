@@ -8,3 +8,8 @@ list(APPEND TAVIK_CORE_TESTS
     service/service_tool_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/service_input.cpp
 )
+# The service editor window over a main window with a scratch package loaded.
+list(APPEND TAVIK_WIDGET_TESTS
+    audio/soundfixtures.cpp
+    service/frmdienst_test.cpp
+)
