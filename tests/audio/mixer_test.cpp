@@ -1,6 +1,6 @@
 #include "audio/mciemulator.h"
 #include "audio/mixer.h"
-#include "audio/soundfixtures.h"
+#include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>

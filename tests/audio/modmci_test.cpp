@@ -2,7 +2,7 @@
 #include "audio/mcierrors.h"
 #include "audio/modmci.h"
 #include "audio/recordingbackend.h"
-#include "audio/soundfixtures.h"
+#include "support/soundfixtures.h"
 #include "support/errorof.h"
 #include "support/tempdir.h"
 #include "util/tickcount.h"

@@ -4,5 +4,4 @@ list(APPEND TAVIK_CORE_TESTS
     audio/mciemulator_test.cpp
     audio/modmci_test.cpp
     audio/sequenceplayer_test.cpp
-    audio/soundfixtures.cpp
 )

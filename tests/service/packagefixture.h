@@ -1,6 +1,6 @@
 #pragma once
 
-#include "audio/soundfixtures.h"
+#include "support/soundfixtures.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"

@@ -1,4 +1,4 @@
-#include "audio/soundfixtures.h"
+#include "support/soundfixtures.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,0 +1,627 @@
+#include "app/frmmain.h"
+#include "app/frmstatus.h"
+#include "app/tavikapplication.h"
+#include "log/frmdebug.h"
+#include "package/clszeldb.h"
+#include "support/editorfixture.h"
+#include "support/errorof.h"
+#include "util/conversions.h"
+#include "util/listrows.h"
+#include "util/reportlist.h"
+#include "util/zelcmd.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using tavik::test::EditorFixture;
+using Entry = EditorFixture::Entry;
+
+namespace {
+
+// Catches the runtime errors the application shows while a test runs.
+class ErrorCatcher {
+public:
+    ErrorCatcher() {
+        app()->setErrorReporter([this](const QString& text) { shown << text; });
+    }
+    ~ErrorCatcher() { app()->setErrorReporter({}); }
+    QStringList shown;
+
+private:
+    static TavikApplication* app() { return static_cast<TavikApplication*>(qApp); }
+};
+
+std::vector<Entry> numbered(int count) {
+    std::vector<Entry> entries;
+    for (int i = 0; i < count; ++i)
+        entries.push_back({FormatKey(i), QStringLiteral("Ansage %1").arg(i), -1});
+    return entries;
+}
+
+clsZELDB reopen(const QString& index) {
+    clsZELDB store;
+    EXPECT_TRUE(store.OpenIOFile(index));
+    return store;
+}
+
+QString setting(clsZELDB& store, const QString& key, const QString& item) {
+    return CStr(store.GetSetting(key, item, QStringLiteral("<none>")));
+}
+
+} // namespace
+
+TEST(MainWindowStartUp, LabelsTheListAndTheStatusBarFromTheLanguageFile) {
+    EditorFixture editor(QStringLiteral("English.lng"));
+    ASSERT_TRUE(editor.main->FormLoad());
+    ReportList* list = editor.main->lsvPack();
+    EXPECT_EQ(list->ColumnText(1), QStringLiteral("Key"));
+    EXPECT_EQ(list->ColumnText(2), QStringLiteral("Title"));
+    EXPECT_EQ(list->ColumnText(3), QStringLiteral("Format"));
+    EXPECT_EQ(list->ColumnText(4), QStringLiteral("Play time (s)"));
+    EXPECT_EQ(editor.main->Panel(6)->text(), editor.language.GetLangString(33));
+    EXPECT_EQ(editor.main->cmdOpen()->text(), QStringLiteral("&Open"));
+    EXPECT_EQ(list->Count(), 0);
+    EXPECT_FALSE(editor.main->cmdSave()->isEnabled());
+    EXPECT_FALSE(editor.main->cmdPlay()->isEnabled());
+    EXPECT_TRUE(editor.messages.empty());
+}
+
+TEST(MainWindowStartUp, ASecondInstanceIsRefusedWithText24) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    frmMain second(editor.language, editor.mci, editor.log);
+    second.ShowSplash = false;
+    EXPECT_FALSE(second.FormLoad());
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(24));
+    EXPECT_EQ(editor.messages[0].icon, MsgIcon::Exclamation);
+    EXPECT_FALSE(second.isVisible());
+}
+
+TEST(MainWindowStartUp, TheSplashWindowShowsAndStartUpGoesOnWhenItCloses) {
+    EditorFixture editor;
+    editor.main->ShowSplash = true;
+    bool splashSeen = false;
+    QTimer::singleShot(50, [&] {
+        QWidget* splash = QApplication::activeModalWidget();
+        splashSeen = splash && splash->objectName() == QStringLiteral("frmSplash");
+        if (splash)
+            splash->close();
+    });
+    EXPECT_TRUE(editor.main->FormLoad());
+    EXPECT_TRUE(splashSeen);
+}
+
+TEST(MainWindowStartUp, DraggingTheWindowSmallerSnapsBackToItsStartUpSize) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.main->show();
+    const QSize start(editor.main->MinWidth(), editor.main->MinHeight());
+    ASSERT_GT(start.width(), 100);
+    editor.main->resize(start.width() / 2, start.height() / 2);
+    QCoreApplication::processEvents();
+    EXPECT_GE(editor.main->width(), start.width());
+    EXPECT_GE(editor.main->height(), start.height());
+    editor.main->resize(start.width() + 50, start.height() + 40);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(editor.main->size(), QSize(start.width() + 50, start.height() + 40));
+}
+
+TEST(MainWindowOpen, OpeningWhileTheListIsEmptyAsksNoQuestion) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.main->cmdOpen_Click();
+    EXPECT_TRUE(editor.messages.empty());
+}
+
+TEST(MainWindowOpen, OpeningOverAFilledListAsksAndNoKeepsTheList) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{QStringLiteral("0000"), QStringLiteral("Gong"), 100}}));
+    editor.messages.clear();
+    editor.answers.push_back(MsgResult::No);
+    editor.main->cmdOpen_Click();
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(6));
+    EXPECT_EQ(editor.messages[0].title, editor.language.GetLangString(7));
+    EXPECT_EQ(editor.messages[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(editor.messages[0].icon, MsgIcon::Question);
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
+}
+
+TEST(MainWindowClose, AnEmptyPackageFolderIsRemovedOnExit) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder = editor.root.file(QStringLiteral("Data/Neu"));
+    QDir().mkpath(folder);
+    editor.main->PackageFolder = folder;
+    editor.main->show();
+    editor.main->close();
+    EXPECT_FALSE(QFileInfo::exists(folder));
+}
+
+TEST(MainWindowClose, APackageFolderWithFilesIsKeptOnExit) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder = editor.writePackage(QStringLiteral("Voll"), QStringLiteral("Voll"),
+                                               {{QStringLiteral("0000"), "Gong", 50}});
+    editor.open(folder);
+    editor.main->show();
+    editor.main->close();
+    EXPECT_TRUE(QFileInfo::exists(folder + QStringLiteral("/Package.io")));
+    EXPECT_TRUE(QFileInfo::exists(folder + QStringLiteral("/0000.wav")));
+}
+
+TEST(MainWindowLoad, AnEmptyPackageShowsNoStatusWindowAndNoMessageAndSetsTheStatusBar) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("leer"), QStringLiteral("Leeres Paket"), {}));
+    EXPECT_TRUE(editor.messages.empty());
+    EXPECT_EQ(editor.main->statusWindow(), nullptr);
+    EXPECT_EQ(editor.main->Panel(1)->text(), editor.language.GetLangString(27));
+    EXPECT_EQ(editor.main->Panel(4)->text(), QStringLiteral("Leeres Paket"));
+    EXPECT_TRUE(editor.main->Panel(2)->isHidden());
+    EXPECT_TRUE(editor.main->cmdSave()->isEnabled());
+    EXPECT_TRUE(editor.main->cmdAdd()->isEnabled());
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 0);
+}
+
+TEST(MainWindowLoad, AnEntryWithAnEmptyTitleIsSkippedAndTableAndListStayInStep) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{QStringLiteral("0001"), QStringLiteral("Eins"), 100},
+                                     {QStringLiteral("0003"), QString(), 100},
+                                     {QStringLiteral("0004"), QStringLiteral("Vier"), 100}}));
+    EXPECT_EQ(editor.column(0), (QStringList{QStringLiteral("0001"), QStringLiteral("0004")}));
+    ASSERT_EQ(editor.main->table.AnnouncementCount, 2);
+    EXPECT_EQ(editor.main->table.Announcements[0].Key, QStringLiteral("0001"));
+    EXPECT_EQ(editor.main->table.Announcements[1].Key, QStringLiteral("0004"));
+    EXPECT_EQ(editor.main->table.Announcements[1].Title, QStringLiteral("Vier"));
+}
+
+TEST(MainWindowLoad, TheTitleColumnMakesRoomForTheScrollBarFromTheEighteenthEntry) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("a"), QStringLiteral("A"), numbered(17)));
+    const double narrow = editor.main->lsvPack()->ColumnWidth(2);
+    EXPECT_NEAR(narrow, 5430.6143, 15.0);
+
+    editor.main->lsvPack()->ClearItems();
+    editor.open(editor.writePackage(QStringLiteral("b"), QStringLiteral("B"), numbered(18)));
+    EXPECT_NEAR(editor.main->lsvPack()->ColumnWidth(2), 5190.2363, 15.0);
+    EXPECT_LT(editor.main->lsvPack()->ColumnWidth(2), narrow);
+}
+
+TEST(MainWindowLoad, PlayTimesShowTwoRoundedDecimalsInTheUsersNumberFormat) {
+    const QLocale previous;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    {
+        EditorFixture editor;
+        ASSERT_TRUE(editor.main->FormLoad());
+        editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                        {{QStringLiteral("0000"), QStringLiteral("Gong"), 1234},
+                                         {QStringLiteral("0001"), QStringLiteral("Kurz"), 500}}));
+        EXPECT_EQ(editor.main->table.Announcements[0].Length, 1234);
+        EXPECT_EQ(editor.column(3), (QStringList{QStringLiteral("1,23"), QStringLiteral("0,5")}));
+        EXPECT_EQ(editor.column(2), (QStringList{QStringLiteral("wav"), QStringLiteral("wav")}));
+    }
+    QLocale::setDefault(previous);
+}
+
+TEST(MainWindowLoad, TwoPositionsWithTheSameKeyWarnOnceAndBothGetTheLength) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{QStringLiteral("0000"), QStringLiteral("Gong"), 300},
+                                     {QStringLiteral("0000"), QStringLiteral("Gong"), 300},
+                                     {QStringLiteral("0000"), QStringLiteral("Gong"), 300}}));
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(11));
+    EXPECT_EQ(editor.messages[0].icon, MsgIcon::Exclamation);
+    ASSERT_EQ(editor.main->table.AnnouncementCount, 3);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(editor.main->table.Announcements[i].Length, 300);
+    EXPECT_EQ(editor.column(3).size(), 3);
+    EXPECT_FALSE(editor.column(3).contains(QString()));
+}
+
+TEST(MainWindowLoad, AKeyWithoutAFileIsShownWhiteWithQuestionMarksAndNoLength) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{QStringLiteral("0005"), QStringLiteral("Fehlt"), -1}}));
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text,
+              editor.language.GetLangString(10, QStringLiteral("0005"), QStringLiteral("Fehlt")));
+    EXPECT_TRUE(editor.messages[0].text.contains(QStringLiteral("0005")));
+    ReportListItem* row = editor.main->lsvPack()->ListItems(1);
+    EXPECT_EQ(row->ForeColor(), 0xFFFFFFu);
+    EXPECT_FALSE(row->Bold());
+    EXPECT_EQ(row->SubItems(2), QStringLiteral("???"));
+    EXPECT_EQ(row->SubItems(3), QString());
+    EXPECT_TRUE(editor.main->table.Announcements[0].Missing);
+    EXPECT_EQ(editor.main->table.Announcements[0].Length, 0);
+}
+
+TEST(MainWindowLoad, ColouredEntriesAreBoldInTheirColourAndTaggedWithTheirFile) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                            {{QStringLiteral("0000"), QStringLiteral("Rot"), 100, 255},
+                             {QStringLiteral("0001"), QStringLiteral("Ohne"), 100, 0}});
+    editor.open(folder);
+    ReportListItem* red = editor.main->lsvPack()->ListItems(1);
+    EXPECT_EQ(red->ForeColor(), 255u);
+    EXPECT_TRUE(red->Bold());
+    EXPECT_EQ(red->Tag(), editor.main->GetFileName(QStringLiteral("0000")));
+    EXPECT_TRUE(red->Tag().endsWith(QStringLiteral("0000.wav")));
+    EXPECT_FALSE(editor.main->lsvPack()->ListItems(2)->Bold());
+    EXPECT_EQ(editor.main->lsvPack()->ListItems(2)->ForeColor(), WindowTextColor);
+}
+
+TEST(MainWindowLoad, AnIndexFileThatCannotBeReadShowsText8AndChangesNothing) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{QStringLiteral("0000"), QStringLiteral("Gong"), 100}}));
+    const QString broken = editor.root.write(QStringLiteral("Data/kaputt/Package.io"), "garbage");
+    editor.main->IndexFilePath = broken;
+    editor.main->LoadPackage();
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(8));
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
+    EXPECT_EQ(editor.main->table.AnnouncementCount, 1);
+}
+
+TEST(MainWindowLoad, AnEntryWithoutATildeAbortsTheLoadWithTheSubscriptError) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder = editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {});
+    clsZELDB store;
+    store.SaveSetting("INFO", "Name", Variant::fromString("P"));
+    store.SaveSetting("INDEX", "1", Variant::fromString("0000"));
+    store.SaveSetting("INDEX", "Count", Variant::fromLong(1));
+    store.SaveIOFile(folder + "/Package.io");
+    editor.main->PackageFolder = folder;
+    editor.main->IndexFilePath = folder + "/Package.io";
+    EXPECT_EQ(test::errorOf([&] { editor.main->LoadPackage(); }), 9);
+}
+
+TEST(MainWindowEdit, MovingTheFirstRowUpOrTheLastRowDownDoesNothing) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), numbered(3)));
+    const QStringList before = editor.column(0);
+    ReportList* list = editor.main->lsvPack();
+    list->ListItems(1)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdUp(), Qt::LeftButton);
+    EXPECT_EQ(editor.column(0), before);
+    list->ListItems(3)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdDown(), Qt::LeftButton);
+    EXPECT_EQ(editor.column(0), before);
+    QTest::mouseClick(editor.main->cmdUp(), Qt::LeftButton);
+    EXPECT_EQ(editor.column(0), (QStringList{"0000", "0002", "0001"}));
+    EXPECT_EQ(list->SelectedItem()->Index(), 2);
+}
+
+TEST(MainWindowEdit, ARowMovedToTheTopKeepsItsDataAndThePassedRowsKeepTheirs) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    std::vector<Entry> entries = numbered(6);
+    entries[4].color = 0x00FF00;
+    entries[4].lengthMs = 700;
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), entries));
+    editor.messages.clear();
+    ReportList* list = editor.main->lsvPack();
+    QList<ListRowSnapshot> rows;
+    for (int i = 1; i <= list->Count(); ++i)
+        rows << ReadListRow(list->ListItems(i));
+    list->ListItems(5)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdFUp(), Qt::LeftButton);
+
+    ListRowSnapshot moved = ReadListRow(list->ListItems(1));
+    EXPECT_EQ(moved.Text, QStringLiteral("0004"));
+    EXPECT_EQ(moved.ForeColor, 0x00FF00u);
+    EXPECT_TRUE(moved.Bold);
+    EXPECT_EQ(moved.Tag, rows[4].Tag);
+    EXPECT_EQ(moved.SubItems, rows[4].SubItems);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(ReadListRow(list->ListItems(i + 2)).SubItems, rows[i].SubItems) << i;
+    EXPECT_EQ(list->ListItems(6)->Text(), QStringLiteral("0005"));
+
+    QTest::mouseClick(editor.main->cmdFDown(), Qt::LeftButton);
+    EXPECT_EQ(editor.column(0), (QStringList{"0000", "0001", "0002", "0003", "0005", "0004"}));
+}
+
+TEST(MainWindowEdit, SortingByTitleTwiceGivesTheReverseOfSortingOnce) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(
+        QStringLiteral("p"), QStringLiteral("P"),
+        {{"0000", "Bahnsteig", -1}, {"0001", "Achtung", -1}, {"0002", "Zug", -1}}));
+    editor.main->mnuTitel()->trigger();
+    const QStringList once = editor.column(1);
+    editor.main->mnuTitel()->trigger();
+    QStringList twice = editor.column(1);
+    std::reverse(twice.begin(), twice.end());
+    EXPECT_EQ(once, twice);
+    EXPECT_NE(once, editor.column(1));
+    EXPECT_TRUE(editor.column(1) == (QStringList{"Achtung", "Bahnsteig", "Zug"}) ||
+                once == (QStringList{"Achtung", "Bahnsteig", "Zug"}));
+}
+
+TEST(MainWindowEdit, PlayTimesSortAsText) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{"0000", "A", 9200}, {"0001", "B", 10500}}));
+    editor.main->mnuLenght()->trigger();
+    editor.main->mnuLenght()->trigger();
+    EXPECT_EQ(editor.column(0).first(), QStringLiteral("0001")); // "10.5" before "9.2"
+}
+
+TEST(MainWindowEdit, PlayingASoundThatCouldNotBeOpenedReturnsAtOnce) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Fehlt", -1}}));
+    editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdPlay(), Qt::LeftButton);
+    EXPECT_TRUE(editor.main->cmdPlay()->isEnabled());
+}
+
+TEST(MainWindowEdit, PlayDisablesTheButtonWhileTheSoundPlaysAndRewindsAfter) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 400}}));
+    editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    bool disabledWhilePlaying = false;
+    bool soundingWhilePlaying = false;
+    QTimer::singleShot(150, [&] {
+        disabledWhilePlaying = !editor.main->cmdPlay()->isEnabled();
+        soundingWhilePlaying = editor.backend.emulator().isPlaying(QStringLiteral("0000"));
+    });
+    QTest::mouseClick(editor.main->cmdPlay(), Qt::LeftButton);
+    EXPECT_TRUE(disabledWhilePlaying);
+    EXPECT_TRUE(soundingWhilePlaying);
+    EXPECT_TRUE(editor.main->cmdPlay()->isEnabled());
+    EXPECT_FALSE(editor.backend.emulator().isPlaying(QStringLiteral("0000")));
+    EXPECT_EQ(editor.backend.emulator().send(QStringLiteral("status 0000 position")).text,
+              QStringLiteral("0"));
+}
+
+TEST(MainWindowEdit, RemoveAsksAndNoKeepsRowAndFile) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 100}});
+    editor.open(folder);
+    editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    editor.answers.push_back(MsgResult::No);
+    QTest::mouseClick(editor.main->cmdRemove(), Qt::LeftButton);
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(23));
+    EXPECT_EQ(editor.messages[0].icon, MsgIcon::Question);
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
+    EXPECT_TRUE(QFileInfo::exists(folder + "/0000.wav"));
+}
+
+TEST(MainWindowEdit, RemoveDeletesTheSoundFileAndTheRowButKeepsTheIndexFile) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder = editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                               {{"0000", "Gong", 100}, {"0001", "Zug", 100}});
+    editor.open(folder);
+    const QByteArray index = test::readAll(folder + "/Package.io");
+    editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdRemove(), Qt::LeftButton);
+    EXPECT_EQ(editor.column(0), QStringList{"0001"});
+    EXPECT_FALSE(QFileInfo::exists(folder + "/0000.wav"));
+    EXPECT_TRUE(QFileInfo::exists(folder + "/0001.wav"));
+    EXPECT_EQ(test::readAll(folder + "/Package.io"), index);
+    EXPECT_EQ(editor.main->table.AnnouncementCount, 2);
+}
+
+TEST(MainWindowEdit, RemovingARowWhoseFileIsGoneShowsTheErrorAndKeepsTheRow) {
+    EditorFixture editor;
+    ErrorCatcher errors;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 100}});
+    editor.open(folder);
+    QFile::remove(folder + "/0000.wav");
+    editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdRemove(), Qt::LeftButton);
+    ASSERT_EQ(errors.shown.size(), 1);
+    EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("53"))) << errors.shown[0].toStdString();
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
+    // The window goes on working.
+    QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
+}
+
+TEST(MainWindowSave, SavingAnEmptyListWritesCountZeroAndKeepsTheOlderEntries) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 100}});
+    editor.open(folder);
+    editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdRemove(), Qt::LeftButton);
+    QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
+    clsZELDB store = reopen(folder + "/Package.io");
+    EXPECT_EQ(setting(store, "INDEX", "Count"), QStringLiteral("0"));
+    EXPECT_EQ(setting(store, "INDEX", "1"), QStringLiteral("0000~Gong"));
+    EXPECT_EQ(store.GetSetting("INDEX", "Count", "").type(), VarType::Long);
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 0);
+}
+
+TEST(MainWindowSave, MovingARowUpChangesOnlyTheIndexPositions) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder = editor.writePackage(
+        QStringLiteral("p"), QStringLiteral("P"),
+        {{"0000", "Gong", 100, 255, true, 1}, {"0001", "Zug", 100, 0x00FF00, false, 3}});
+    editor.open(folder);
+    editor.main->lsvPack()->ListItems(2)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdUp(), Qt::LeftButton);
+    QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
+
+    clsZELDB store = reopen(folder + "/Package.io");
+    EXPECT_EQ(setting(store, "INDEX", "1"), QStringLiteral("0001~Zug"));
+    EXPECT_EQ(setting(store, "INDEX", "2"), QStringLiteral("0000~Gong"));
+    EXPECT_EQ(setting(store, "0000", "Color"), QStringLiteral("255"));
+    EXPECT_EQ(setting(store, "0000", "AutoPlace"), QStringLiteral("1"));
+    EXPECT_EQ(store.GetSetting("0000", "NameVisible", "").type(), VarType::Boolean);
+    EXPECT_TRUE(CBool(store.GetSetting("0000", "NameVisible", "")));
+    EXPECT_EQ(setting(store, "0001", "Color"), QStringLiteral("65280"));
+    EXPECT_FALSE(CBool(store.GetSetting("0001", "NameVisible", "")));
+    EXPECT_EQ(setting(store, "0001", "AutoPlace"), QStringLiteral("3"));
+    EXPECT_EQ(editor.column(0), (QStringList{"0001", "0000"}));
+}
+
+TEST(MainWindowSave, TheSavedFileHoldsExactlyTheBytesOfTheListWrittenIntoTheLoadedIndex) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder = editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                               {{"0000", "Gong", 100, 255}, {"0001", "Zug", 100}});
+    editor.open(folder);
+    editor.main->lsvPack()->ListItems(2)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdUp(), Qt::LeftButton);
+
+    // What the save has to produce: the file as loaded, with each row's settings written in
+    // list order and the count last.
+    clsZELDB expected = reopen(folder + "/Package.io");
+    expected.SaveSetting("INDEX", "1", Variant::fromString("0001~Zug"));
+    expected.SaveSetting("0001", "Color", Variant::fromLong(static_cast<qint32>(WindowTextColor)));
+    expected.SaveSetting("0001", "NameVisible", Variant::fromBoolean(true));
+    expected.SaveSetting("0001", "AutoPlace", Variant::fromLong(-1));
+    expected.SaveSetting("INDEX", "2", Variant::fromString("0000~Gong"));
+    expected.SaveSetting("0000", "Color", Variant::fromLong(255));
+    expected.SaveSetting("0000", "NameVisible", Variant::fromBoolean(true));
+    expected.SaveSetting("0000", "AutoPlace", Variant::fromLong(-1));
+    expected.SaveSetting("INDEX", "Count", Variant::fromLong(2));
+
+    QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
+    EXPECT_EQ(test::readAll(folder + "/Package.io"), expected.toBytes());
+}
+
+TEST(MainWindowSave, ThreeRowsSavedOverFiveLeaveTheOldPositionsFourAndFive) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), numbered(5));
+    editor.open(folder);
+    editor.answers = {MsgResult::Yes, MsgResult::Yes};
+    for (int i = 0; i < 2; ++i) {
+        editor.main->lsvPack()->ListItems(4)->SetSelected(true);
+        // The rows have no sound files: the delete fails, so take the rows out directly.
+        editor.main->lsvPack()->RemoveItem(4);
+    }
+    QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
+    clsZELDB store = reopen(folder + "/Package.io");
+    EXPECT_EQ(setting(store, "INDEX", "Count"), QStringLiteral("3"));
+    EXPECT_EQ(setting(store, "INDEX", "4"), QStringLiteral("0003~Ansage 3"));
+    EXPECT_EQ(setting(store, "INDEX", "5"), QStringLiteral("0004~Ansage 4"));
+    EXPECT_EQ(editor.main->lsvPack()->Count(), 3);
+}
+
+TEST(MainWindowSave, ATitleWithATildeIsWrittenAsItStandsAndCutThereOnLoad) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 100}});
+    editor.open(folder);
+    editor.main->lsvPack()->ListItems(1)->SetSubItems(1, QStringLiteral("Gleis~1"));
+    QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
+    clsZELDB store = reopen(folder + "/Package.io");
+    EXPECT_EQ(setting(store, "INDEX", "1"), QStringLiteral("0000~Gleis~1"));
+    EXPECT_EQ(editor.column(1), QStringList{"Gleis"});
+}
+
+TEST(MainWindowPack, WithoutThePackerNothingHappens) {
+    EditorFixture editor;
+    ErrorCatcher errors;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.main->show();
+    QTest::mouseClick(editor.main->cmdCompress(), Qt::LeftButton);
+    EXPECT_TRUE(editor.messages.empty());
+    EXPECT_TRUE(errors.shown.isEmpty());
+}
+
+#ifndef Q_OS_WIN
+TEST(MainWindowPack, ThePackerBesideTheEditorIsStartedWithoutArguments) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    const QString marker = editor.root.file("packer-ran");
+    const QString packer = editor.root.write("bin/tavikpm", "#!/bin/sh\necho \"$#\" > '" +
+                                                                marker.toLocal8Bit() + "'\n");
+    QFile::setPermissions(packer, QFile::permissions(packer) | QFileDevice::ExeOwner);
+    editor.main->show();
+    QTest::mouseClick(editor.main->cmdCompress(), Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return test::readAll(marker).size() > 0; }, 5000));
+    EXPECT_EQ(test::readAll(marker).trimmed(), QByteArray("0"));
+}
+#endif
+
+TEST(MainWindowPanel, TheExtendedPanelOpensAndClosesWithItsButtons) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.main->show();
+    EXPECT_FALSE(editor.main->picExpand()->isVisible());
+    QTest::mouseClick(editor.main->cmdExpand(), Qt::LeftButton);
+    EXPECT_TRUE(editor.main->picExpand()->isVisible());
+    EXPECT_FALSE(editor.main->cmdExpand()->isEnabled());
+    EXPECT_FALSE(editor.main->cmdDienst()->isEnabled()); // no package open
+    QTest::mouseClick(editor.main->cmdUnexpand(), Qt::LeftButton);
+    EXPECT_FALSE(editor.main->picExpand()->isVisible());
+    EXPECT_TRUE(editor.main->cmdExpand()->isEnabled());
+    EXPECT_TRUE(editor.main->cmdDienst()->isEnabled());
+}
+
+TEST(MainWindowPanel, TheDebugButtonShowsTheEventLog) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.main->show();
+    QTest::mouseClick(editor.main->cmdExpand(), Qt::LeftButton);
+    QTest::mouseClick(editor.main->cmdDebug(), Qt::LeftButton);
+    ASSERT_TRUE(editor.log.viewerCreated());
+    EXPECT_TRUE(editor.log.viewer()->isVisible());
+    editor.main->close();
+    EXPECT_FALSE(editor.log.viewer()->isVisible());
+}
+
+TEST(MainWindowStatus, TheNameTimerShowsThePackageNameOfTheIndex) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("Linie 5"), {}));
+    editor.main->PackageIndex.SaveSetting("INFO", "Name", Variant::fromString("Umbenannt"));
+    editor.main->tmrName_Timer();
+    EXPECT_EQ(editor.main->Panel(4)->text(), QStringLiteral("Umbenannt"));
+    EXPECT_TRUE(editor.main->tmrName()->isActive());
+}
+
+TEST(MainWindowStatus, UnloadingClosesEverySoundAndEmptiesTheTable) {
+    EditorFixture editor;
+    ASSERT_TRUE(editor.main->FormLoad());
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{"0000", "Gong", 100}, {"0001", "Zug", 100}}));
+    EXPECT_TRUE(editor.backend.emulator().isOpen(QStringLiteral("0001")));
+    editor.main->UnloadAudioFiles();
+    EXPECT_EQ(editor.main->table.AnnouncementCount, 0);
+    EXPECT_FALSE(editor.backend.emulator().isOpen(QStringLiteral("0000")));
+    EXPECT_FALSE(editor.backend.emulator().isOpen(QStringLiteral("0001")));
+    EXPECT_EQ(editor.main->table.Announcements.size(), 2); // storage kept for the next load
+    EXPECT_EQ(editor.main->statusWindow(), nullptr);
+}

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "app/frmmain.h"
+#include "audio/emulatorbackend.h"
+#include "audio/modmci.h"
+#include "log/eventlog.h"
+#include "package/clszeldb.h"
+#include "package/packagefolder.h"
+#include "package/packagesettings.h"
+#include "settings/language.h"
+#include "support/soundfixtures.h"
+#include "support/tempdir.h"
+#include "util/msgbox.h"
+#include "util/reportlist.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStringList>
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace tavik::test {
+
+// A whole installation in a scratch folder (bin/ with the formats file, res/lang/ with the
+// delivered language files, Data/) and the editor's main window on it, with the MCI emulator
+// playing to the null output. Message boxes are recorded and answered from a queue (OK, or
+// Yes for questions, when it is empty).
+class EditorFixture {
+public:
+    struct Entry {
+        QString key;
+        QString title;
+        int lengthMs = 0; // -1: no sound file
+        std::int32_t color = 0;
+        bool nameVisible = true;
+        std::int32_t autoPlace = -1;
+    };
+
+    explicit EditorFixture(const QString& languageFile = QStringLiteral("Deutsch.lng"))
+        : log(programFolder(), &language),
+          mci(backend, [this](const QString& line) { logLines << line; }) {
+        qputenv("TAVIK_HOME", root.path().toLocal8Bit());
+        QDir(root.path()).mkpath(QStringLiteral("bin"));
+        QDir(root.path()).mkpath(QStringLiteral("res/lang"));
+        QDir(root.path()).mkpath(QStringLiteral("Data"));
+        QFile::copy(QStringLiteral(TAVIK_CHECKOUT "/bin/Formats.ini"),
+                    root.file(QStringLiteral("bin/Formats.ini")));
+        for (const QString& name : {QStringLiteral("Deutsch.lng"), QStringLiteral("English.lng")})
+            QFile::copy(QStringLiteral(TAVIK_CHECKOUT "/res/lang/") + name,
+                        root.file(QStringLiteral("res/lang/") + name));
+        if (!languageFile.isEmpty())
+            root.write(QStringLiteral("bin/Tavik.ini"),
+                       "[Settings]\r\nLanguage=" +
+                           root.file(QStringLiteral("res/lang/") + languageFile).toLocal8Bit() +
+                           "\r\n");
+        previousHandler = SetMessageHandler([this](const MessageRequest& request) {
+            messages.push_back(request);
+            if (!answers.empty()) {
+                const MsgResult answer = answers.front();
+                answers.pop_front();
+                return answer;
+            }
+            return request.buttons == MsgButtons::YesNo ? MsgResult::Yes : MsgResult::OK;
+        });
+        main = std::make_unique<frmMain>(language, mci, log);
+        main->ShowSplash = false;
+    }
+
+    ~EditorFixture() {
+        main.reset();
+        SetMessageHandler(previousHandler);
+        qunsetenv("TAVIK_HOME");
+    }
+
+    QString programFolder() const { return root.file(QStringLiteral("bin")); }
+
+    // Writes a package under Data/ and returns its folder.
+    QString writePackage(const QString& folderName, const QString& name,
+                         const std::vector<Entry>& entries) const {
+        const QString folder = root.file(QStringLiteral("Data/") + folderName);
+        QDir().mkpath(folder);
+        clsZELDB store;
+        store.SaveSetting(QStringLiteral("INFO"), QStringLiteral("Name"),
+                          Variant::fromString(name));
+        int position = 0;
+        for (const Entry& e : entries) {
+            store.SaveSetting(QStringLiteral("INDEX"), QString::number(++position),
+                              Variant::fromString(JoinIndexEntry(e.key, e.title)));
+            WriteAnnouncementSettings(store, e.key, {e.color, e.nameVisible, e.autoPlace});
+            if (e.lengthMs >= 0)
+                writeTone(folder + QStringLiteral("/") + e.key + QStringLiteral(".wav"),
+                          e.lengthMs * 8LL, 8000);
+        }
+        store.SaveSetting(QStringLiteral("INDEX"), QStringLiteral("Count"),
+                          Variant::fromLong(position));
+        store.SaveIOFile(folder + QStringLiteral("/Package.io"));
+        return folder;
+    }
+
+    // Runs start-up and loads the package in `folder`, as the open dialog hands it over.
+    void open(const QString& folder) {
+        main->PackageFolder = folder;
+        main->IndexFilePath = folder + QStringLiteral("/Package.io");
+        main->PackageChosen = true;
+        main->UnloadAudioFiles();
+        main->LoadPackage();
+    }
+
+    // The texts of the list's rows in one column (0 the key).
+    QStringList column(int index) const {
+        QStringList texts;
+        ReportList* list = main->lsvPack();
+        for (int i = 1; i <= list->Count(); ++i)
+            texts << (index == 0 ? list->ListItems(i)->Text()
+                                 : list->ListItems(i)->SubItems(index));
+        return texts;
+    }
+
+    TempDir root;
+    Language language;
+    EventLog log;
+    EmulatorBackend backend;
+    modMCI mci;
+    std::unique_ptr<frmMain> main;
+    QStringList logLines;
+    std::vector<MessageRequest> messages;
+    std::deque<MsgResult> answers;
+
+private:
+    MessageHandler previousHandler;
+};
+
+} // namespace tavik::test
