@@ -1,79 +1,40 @@
 #pragma once
 
-#include "app/frmmain.h"
 #include "app/frmstatus.h"
 #include "app/tavikapplication.h"
-#include "audio/emulatorbackend.h"
-#include "audio/modmci.h"
-#include "audio/recordingbackend.h"
-#include "log/eventlog.h"
+#include "log/frmdebug.h"
+#include "log/richtextbox.h"
 #include "service/frmdienst.h"
-#include "service/packagefixture.h"
-#include "settings/language.h"
+#include "support/editorfixture.h"
 #include "util/apppath.h"
-#include "util/msgbox.h"
-#include "util/reportlist.h"
-#include "util/tickcount.h"
 #include "util/zelcmd.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QTest>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace tavik::test {
 
-// The program folder of the checkout, read before a test points TAVIK_HOME elsewhere.
-inline QString checkoutProgramFolder() {
-    qunsetenv("TAVIK_HOME");
-    return AppPath();
-}
-
-// A main window with the package "Linie" of a scratch installation loaded, its sounds played
-// through the emulator with every command recorded. Message boxes and runtime errors shown
-// by the program are collected instead of shown.
-struct DienstHost {
-    QString checkout = checkoutProgramFolder();
-    PackageFixture package;
-    Language language;
-    EmulatorBackend emulator;
-    RecordingBackend recorder{emulator, [] { return qint64(GetTickCount()); }};
-    std::unique_ptr<EventLog> eventLog;
-    std::unique_ptr<modMCI> mci;
-    std::unique_ptr<frmMain> main;
-    QList<MessageRequest> messages;
-    MsgResult answer = MsgResult::Yes;
+// The main window started on a scratch installation with the package "Linie" loaded, as the
+// open dialog hands it over, and the service editor opened from it. Runtime errors the
+// program shows are collected.
+struct DienstHost : EditorFixture {
+    QString folder;
     QStringList errors;
 
-    explicit DienstHost(const std::vector<PackageFixture::Entry>& entries) : package(entries) {
-        QDir(package.root.path()).mkpath(QStringLiteral("res/lang"));
-        QFile::copy(checkout + QStringLiteral("/../res/lang/Deutsch.lng"),
-                    package.root.file(QStringLiteral("res/lang/Deutsch.lng")));
-        language.LanguageFile = package.root.file(QStringLiteral("res/lang/Deutsch.lng"));
-        eventLog = std::make_unique<EventLog>(AppPath(), &language);
-        mci = std::make_unique<modMCI>(recorder,
-                                       [this](const QString& line) { eventLog->WriteLog(line); });
-        SetMessageHandler([this](const MessageRequest& request) {
-            messages.append(request);
-            return answer;
-        });
+    explicit DienstHost(const std::vector<Entry>& entries,
+                        const QString& languageFile = QStringLiteral("Deutsch.lng"))
+        : EditorFixture(languageFile) {
         app()->setErrorReporter([this](const QString& text) { errors << text; });
-        main = std::make_unique<frmMain>(language, *mci, *eventLog);
-        // As the open dialog leaves it: the data folder, then a doubled separator and the name.
-        main->PackageFolder =
-            NativePath(AppPath() + QStringLiteral("\\..\\Data\\") + QStringLiteral("\\Linie"));
-        main->IndexFilePath = NativePath(main->PackageFolder + QStringLiteral("\\Package.io"));
-        main->LoadPackage();
+        folder = writePackage(QStringLiteral("Linie"), QStringLiteral("Linie"), entries);
+        if (!main->FormLoad())
+            ADD_FAILURE() << "the main window did not start";
+        // The data folder, then a doubled separator and the folder name.
+        open(NativePath(AppPath() + QStringLiteral("\\..\\Data\\") + QStringLiteral("\\Linie")));
     }
 
-    ~DienstHost() {
-        main.reset();
-        SetMessageHandler({});
-        app()->setErrorReporter({});
-    }
+    ~DienstHost() { app()->setErrorReporter({}); }
 
     static TavikApplication* app() {
         return static_cast<TavikApplication*>(QApplication::instance());
@@ -90,18 +51,34 @@ struct DienstHost {
     }
 
     QString serviceFile(const QString& id) const {
-        return package.folder + QStringLiteral("/_") + id + QStringLiteral("._");
+        return root.file(QStringLiteral("Data/Linie/_") + id + QStringLiteral("._"));
+    }
+
+    // The lines of the event log so far.
+    QStringList eventLines() {
+        QString text = log.viewer()->txtDebug()->text();
+        text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        if (text.endsWith(u'\n'))
+            text.chop(1);
+        return text.split(u'\n');
     }
 };
 
-// Clicks a button of the editor as the user sees it: after the timer has set which commands
+// Clicks a button of the editor as the user finds it: after the timer has set which commands
 // are enabled.
 inline void press(frmDienst* editor, QAbstractButton* button) {
     editor->Timer1_Timer();
     button->click();
 }
 
-// The titles of a report list's rows, first to last, one column.
+// A double click as the system delivers it: the first click, then the double click.
+inline void doubleClick(QTreeWidget* list, QTreeWidgetItem* item) {
+    const QPoint at = list->visualItemRect(item).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
+}
+
+// The texts of a report list's rows in one column (0 the item text).
 inline QStringList columnTexts(const ReportList* list, int column = 0) {
     QStringList texts;
     for (int r = 1; r <= list->Count(); ++r) {

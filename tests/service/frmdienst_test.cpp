@@ -1,4 +1,5 @@
 // The service editor window: opening and closing it, its pages and the service page.
+#include "package/packagefolder.h"
 #include "service/dienstfixture.h"
 #include "service/serviceeditorrules.h"
 #include "util/zelcmd.h"
@@ -17,17 +18,20 @@
 using namespace tavik;
 using tavik::test::columnTexts;
 using tavik::test::DienstHost;
+using tavik::test::doubleClick;
 using tavik::test::press;
+using Entry = DienstHost::Entry;
 
 namespace {
 
-std::vector<test::PackageFixture::Entry> station() {
+// Places 1, 2 and 2, one without a place and one with place 7.
+std::vector<Entry> station() {
     return {
-        {"0000", "Gong", 120, true, 1, 255},
-        {"0001", "Achtung an Gleis 1", 80, true, 2},
-        {"0002", "Bahnsteig", 80, true},
-        {"0003", "Einfahrt", 80, true, 2},
-        {"0004", "Zug nach Berlin", 80, true, 7},
+        {"0000", "Gong", 120, 255, true, 1},
+        {"0001", "Achtung an Gleis 1", 80, 0, true, 2},
+        {"0002", "Bahnsteig", 80},
+        {"0003", "Einfahrt", 80, 0, true, 2},
+        {"0004", "Zug nach Berlin", 80, 0, true, 7},
     };
 }
 
@@ -75,8 +79,7 @@ TEST(frmDienst, ClosingEnablesTheMainWindowAgainAndTheNextOpeningMakesAFreshEdit
 }
 
 TEST(frmDienst, LabelsItselfFromTheLanguageFileAndKeepsItsTextBoxes) {
-    DienstHost host(station());
-    host.language.LanguageFile = host.checkout + QStringLiteral("/../res/lang/English.lng");
+    DienstHost host(station(), QStringLiteral("English.lng"));
     frmDienst* editor = host.openEditor();
     EXPECT_EQ(editor->windowTitle(), QStringLiteral("Service editor"));
     EXPECT_EQ(editor->findChild<QLabel*>(QStringLiteral("lblTitle"))->text(),
@@ -108,9 +111,7 @@ TEST(frmDienst, EveryControlTheLanguageFilesNameIsAControlOfTheEditor) {
 }
 
 TEST(frmDienst, ListsEveryAnnouncementWithASoundInTableOrderWithItsColour) {
-    DienstHost host({{"0000", "Gong", 80, true, -1, 255},
-                     {"0001", "Ohne Datei", -1},
-                     {"0002", "Einfahrt", 80}});
+    DienstHost host({{"0000", "Gong", 80, 255}, {"0001", "Ohne Datei", -1}, {"0002", "Einfahrt", 80}});
     frmDienst* editor = host.openEditor();
     EXPECT_EQ(columnTexts(editor->lsvSource()), (QStringList{"Gong", "Einfahrt"}));
     EXPECT_EQ(editor->lsvSource()->ListItems(1)->ForeColor(), 255u);
@@ -120,10 +121,9 @@ TEST(frmDienst, ListsEveryAnnouncementWithASoundInTableOrderWithItsColour) {
 }
 
 TEST(frmDienst, TheSourceColumnNarrowsOnceTheEighthAnnouncementIsListed) {
-    std::vector<test::PackageFixture::Entry> seven, eight;
+    std::vector<Entry> seven, eight;
     for (int i = 0; i < 8; ++i) {
-        const test::PackageFixture::Entry e{QStringLiteral("%1").arg(i, 4, 10, QChar(u'0')),
-                                            QStringLiteral("Ansage %1").arg(i), 40};
+        const Entry e{FormatKey(i), QStringLiteral("Ansage %1").arg(i), 40};
         if (i < 7)
             seven.push_back(e);
         eight.push_back(e);
@@ -334,8 +334,7 @@ TEST(frmDienst, AnEntryWhoseAnnouncementLeftThePackageIsReportedAndTheEditorGoes
     addSentence(editor);
     editor->Saetze()[0].Targets[1].AnnouncementKey = QStringLiteral("0099");
     ReportList* list = editor->lsvDienst();
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                       list->visualItemRect(list->ListItems(1)).center());
+    doubleClick(list, list->ListItems(1));
     ASSERT_EQ(host.errors.size(), 1);
     EXPECT_TRUE(host.errors[0].contains(QStringLiteral("'9'"))) << host.errors[0].toStdString();
     // The entry before it was listed; the editor still works.

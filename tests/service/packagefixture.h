@@ -14,7 +14,7 @@
 namespace tavik::test {
 
 // An installation root with a formats file and one package "Linie" whose entries are
-// (key, title, sound length in ms or -1 for no file, and its settings).
+// (key, title, sound length in ms or -1 for no file).
 struct PackageFixture {
     TempDir root;
     QString folder;
@@ -25,8 +25,6 @@ struct PackageFixture {
         QString title;
         int lengthMs;
         bool nameVisible = true;
-        std::int32_t autoPlace = -1;
-        std::int32_t color = 0;
     };
 
     explicit PackageFixture(const std::vector<Entry>& entries) {
@@ -42,7 +40,7 @@ struct PackageFixture {
         for (const Entry& e : entries) {
             store.SaveSetting("INDEX", QString::number(++position),
                               Variant::fromString(JoinIndexEntry(e.key, e.title)));
-            WriteAnnouncementSettings(store, e.key, {e.color, e.nameVisible, e.autoPlace});
+            WriteAnnouncementSettings(store, e.key, {0, e.nameVisible, -1});
             if (e.lengthMs >= 0)
                 writeTone(folder + "/" + e.key + " " + e.title + ".wav",
                           e.lengthMs * 22050LL / 1000);

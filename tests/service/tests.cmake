@@ -10,6 +10,5 @@ list(APPEND TAVIK_CORE_TESTS
 )
 # The service editor window over a main window with a scratch package loaded.
 list(APPEND TAVIK_WIDGET_TESTS
-    audio/soundfixtures.cpp
     service/frmdienst_test.cpp
 )
