@@ -11,4 +11,5 @@ list(APPEND TAVIK_CORE_TESTS
 # The service editor window over a main window with a scratch package loaded.
 list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_test.cpp
+    service/frmdienst_sentence_test.cpp
 )
