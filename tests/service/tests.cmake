@@ -12,4 +12,5 @@ list(APPEND TAVIK_CORE_TESTS
 list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_test.cpp
     service/frmdienst_sentence_test.cpp
+    service/frmdienst_files_test.cpp
 )
