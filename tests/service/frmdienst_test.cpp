@@ -2,6 +2,7 @@
 #include "package/packagefolder.h"
 #include "service/dienstfixture.h"
 #include "service/serviceeditorrules.h"
+#include "settings/windowtexts.h"
 #include "util/zelcmd.h"
 
 #include <QAction>
@@ -97,13 +98,16 @@ TEST(frmDienst, LabelsItselfFromTheLanguageFileAndKeepsItsTextBoxes) {
 TEST(frmDienst, EveryControlTheLanguageFilesNameIsAControlOfTheEditor) {
     DienstHost host(station());
     frmDienst* editor = host.openEditor();
-    for (const char* name :
-         {"lblTitle", "lblAutor", "lblComment", "lblID", "lblIDHint", "cmdSv", "cmdEsc", "lblText",
-          "cmdAdd", "cmdRem", "cmdEdit", "cmdUp", "cmdDown", "cmdPlay", "cmdTausch", "fraSource",
-          "fraTarget", "cmdHinzu", "cmdEntf", "cmdAuf", "cmdAb", "cmdSearch", "cmdAbsp", "cmdSave",
-          "cmdCancel", "lblInfoAutor", "lblInfoComment", "cmdOpen", "cmdAbbr", "cmdKill",
-          "cmdRefresh", "mnuNew", "mnuOpen", "mnuSave", "mnuClose"})
-        EXPECT_NE(editor->findChild<QObject*>(QString::fromLatin1(name)), nullptr) << name;
+    int listed = 0;
+    for (const WindowTexts& window : LocalisedWindows()) {
+        if (QLatin1StringView(window.window) != QLatin1StringView("frmDienst"))
+            continue;
+        for (const char* name : window.controls) {
+            EXPECT_NE(editor->findChild<QObject*>(QString::fromLatin1(name)), nullptr) << name;
+            ++listed;
+        }
+    }
+    EXPECT_EQ(listed, 35);
     EXPECT_EQ(editor->findChildren<QWidget*>(QStringLiteral("picTab")).size(), 4);
     EXPECT_EQ(editor->findChildren<QLineEdit*>(QStringLiteral("txtInfo")).size(), 2);
     EXPECT_EQ(editor->Timer1()->interval(), 100);
@@ -300,6 +304,19 @@ TEST(frmDienst, ClickingARowShowsItsNameAndTypingChangesOnlyTheList) {
     press(editor, editor->cmdEdit());
     press(editor, editor->cmdSave());
     EXPECT_EQ(list->ListItems(1)->SubItems(1), QStringLiteral("Morgens"));
+}
+
+TEST(frmDienst, TheServiceAndSourceListsRefuseEditingInPlace) {
+    DienstHost host(station());
+    frmDienst* editor = host.openEditor();
+    addSentence(editor);
+    for (ReportList* list : {editor->lsvDienst(), editor->lsvSource()}) {
+        list->setCurrentItem(list->ListItems(1), 0);
+        QTest::keyClick(list, Qt::Key_F2);
+        EXPECT_EQ(list->viewport()->findChild<QLineEdit*>(), nullptr)
+            << list->objectName().toStdString();
+        EXPECT_FALSE(list->ListItems(1)->flags() & Qt::ItemIsEditable);
+    }
 }
 
 TEST(frmDienst, ClickingAServiceColumnHeaderPutsItsWidthOnTheClipboard) {
