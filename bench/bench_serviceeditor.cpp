@@ -64,10 +64,10 @@ int main(int argc, char** argv) {
     frmMain main(language, mci, log);
     main.PackageFolder = NativePath(AppPath() + QStringLiteral("\\..\\Data\\\\Linie"));
     const QString path = ServiceFilePath(main.PackageFolder, QStringLiteral("000000"));
-    WriteServiceFile(path, ServiceFileBytes({QStringLiteral("Benchmark"), QStringLiteral("Tavik"),
-                                             QStringLiteral("500 Saetze"),
-                                             QStringLiteral("000000")},
-                                            sentences(500, 10)));
+    WriteServiceFile(path,
+                     ServiceFileBytes({QStringLiteral("Benchmark"), QStringLiteral("Tavik"),
+                                       QStringLiteral("500 Saetze"), QStringLiteral("000000")},
+                                      sentences(500, 10)));
 
     const int runs = 15;
     std::vector<double> open, save;
@@ -86,10 +86,10 @@ int main(int argc, char** argv) {
 
     for (int i = 1; i <= 200; ++i) {
         const QString id = QString::number(i);
-        WriteServiceFile(ServiceFilePath(main.PackageFolder, id),
-                         ServiceFileBytes({QStringLiteral("Dienst ") + id, QStringLiteral("Tavik"),
-                                           {}, id},
-                                          sentences(1, 1)));
+        WriteServiceFile(
+            ServiceFilePath(main.PackageFolder, id),
+            ServiceFileBytes({QStringLiteral("Dienst ") + id, QStringLiteral("Tavik"), {}, id},
+                             sentences(1, 1)));
     }
     std::vector<double> list;
     {

@@ -26,8 +26,8 @@ namespace tavik {
 namespace {
 
 constexpr int kZoomSteps = 20;
-constexpr int kTimerInterval = 100;        // milliseconds
-constexpr int kRefreshKey = 116;           // the character "t", not the function key F5
+constexpr int kTimerInterval = 100; // milliseconds
+constexpr int kRefreshKey = 116;    // the character "t", not the function key F5
 constexpr int kServicePage = 1;
 constexpr int kPageCount = 4;
 
@@ -116,7 +116,8 @@ void frmDienst::connectHandlers() {
             [this] { guarded(&frmDienst::cmdEdit_Click); });
     connect(lsvDienst_->header(), &QHeaderView::sectionClicked, this,
             [this](int section) { lsvDienst_ColumnClick(section + 1); });
-    connect(txtText_, &QLineEdit::textChanged, this, [this] { guarded(&frmDienst::txtText_Change); });
+    connect(txtText_, &QLineEdit::textChanged, this,
+            [this] { guarded(&frmDienst::txtText_Change); });
 
     onClick(cmdHinzu_, &frmDienst::cmdHinzu_Click);
     onClick(cmdEntf_, &frmDienst::cmdEntf_Click);

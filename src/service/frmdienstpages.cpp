@@ -99,8 +99,7 @@ void frmDienst::buildPropertiesPage() {
     grid->addWidget(txtComment_, 2, 1, 1, 2);
     grid->addWidget(label("lblID", QStringLiteral("ID-Nummer:"), p), 3, 0);
     grid->addWidget(txtID_, 3, 1);
-    grid->addWidget(label("lblIDHint", QStringLiteral("(Legt auch den Dateinamen fest)"), p), 3,
-                    2);
+    grid->addWidget(label("lblIDHint", QStringLiteral("(Legt auch den Dateinamen fest)"), p), 3, 2);
     grid->setRowStretch(4, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
@@ -122,7 +121,8 @@ void frmDienst::buildServicePage() {
     cmdRem_ = pictureButton("cmdRem", QStyle::SP_TrashIcon, QStringLiteral("Eintrag löschen"), p);
     cmdEdit_ = pictureButton("cmdEdit", QStyle::SP_FileDialogDetailedView,
                              QStringLiteral("Eintrag bearbeiten"), p);
-    cmdUp_ = pictureButton("cmdUp", QStyle::SP_ArrowUp, QStringLiteral("Eintrag eins nach oben"), p);
+    cmdUp_ =
+        pictureButton("cmdUp", QStyle::SP_ArrowUp, QStringLiteral("Eintrag eins nach oben"), p);
     cmdDown_ = pictureButton("cmdDown", QStyle::SP_ArrowDown,
                              QStringLiteral("Eintrag eins nach unten"), p);
     cmdPlay_ = pictureButton("cmdPlay", QStyle::SP_MediaPlay, QStringLiteral("Satz abspielen"), p);
@@ -171,8 +171,10 @@ void frmDienst::buildSentencePage() {
                               QStringLiteral("Ansage zum Satz hinzufügen"), p);
     cmdEntf_ = pictureButton("cmdEntf", QStyle::SP_ArrowLeft,
                              QStringLiteral("Ansage aus dem Satz entfernen"), p);
-    cmdAuf_ = pictureButton("cmdAuf", QStyle::SP_ArrowUp, QStringLiteral("Ansage eins nach oben"), p);
-    cmdAb_ = pictureButton("cmdAb", QStyle::SP_ArrowDown, QStringLiteral("Ansage eins nach unten"), p);
+    cmdAuf_ =
+        pictureButton("cmdAuf", QStyle::SP_ArrowUp, QStringLiteral("Ansage eins nach oben"), p);
+    cmdAb_ =
+        pictureButton("cmdAb", QStyle::SP_ArrowDown, QStringLiteral("Ansage eins nach unten"), p);
     cmdSearch_ = pictureButton("cmdSearch", QStyle::SP_FileDialogContentsView,
                                QStringLiteral("Ansage suchen"), p);
     cmdAbsp_ = pictureButton("cmdAbsp", QStyle::SP_MediaPlay, QStringLiteral("Satz abspielen"), p);

@@ -16,14 +16,13 @@ InputHandler& handler() {
 
 QString InputBox(QWidget* parent, const QString& prompt, const QString& title,
                  const QString& defaultText) {
-    const InputRequest request{parent, prompt,
-                               title.isEmpty() ? QApplication::applicationName() : title,
-                               defaultText};
+    const InputRequest request{
+        parent, prompt, title.isEmpty() ? QApplication::applicationName() : title, defaultText};
     if (handler())
         return handler()(request);
     bool ok = false;
-    const QString answer = QInputDialog::getText(parent, request.title, prompt, QLineEdit::Normal,
-                                                 defaultText, &ok);
+    const QString answer =
+        QInputDialog::getText(parent, request.title, prompt, QLineEdit::Normal, defaultText, &ok);
     return ok ? answer : QString();
 }
 

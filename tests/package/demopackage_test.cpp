@@ -98,7 +98,8 @@ TEST(DemoPackage, DeliversAServiceOfThreeSentencesOverItsOwnAnnouncements) {
         EXPECT_EQ(satz.LastTarget, satz.Targets.size() - 1);
         EXPECT_FALSE(satz.Text.isEmpty());
         for (const SatzTarget& target : satz.Targets)
-            EXPECT_TRUE(keys.contains(target.AnnouncementKey)) << target.AnnouncementKey.toStdString();
+            EXPECT_TRUE(keys.contains(target.AnnouncementKey))
+                << target.AnnouncementKey.toStdString();
     }
 }
 
@@ -108,6 +109,7 @@ TEST(DemoPackage, ItsServicePlaysWithTheTool) {
     // The shortest sentence: the gong, cut 500 ms short, and the departure.
     const test::ToolRun r = test::tool({"play", folder, service, "3289"});
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
-    EXPECT_EQ(r.out, "\nANNOUNCE 'Abfahrt '\n\tPLAY '0000' 'Gong'\n\tPLAY '0008' 'Abfahrt'\nREADY\n");
+    EXPECT_EQ(r.out,
+              "\nANNOUNCE 'Abfahrt '\n\tPLAY '0000' 'Gong'\n\tPLAY '0008' 'Abfahrt'\nREADY\n");
     EXPECT_TRUE(r.err.isEmpty()) << r.err.toStdString();
 }

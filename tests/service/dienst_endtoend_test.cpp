@@ -117,8 +117,8 @@ TEST(ServiceEditorEndToEnd, MakesSavesReopensAndPlaysAServiceOfTheDemoPackage) {
 
     frmMain& main = *host.main;
     ASSERT_TRUE(main.FormLoad());
-    host.open(NativePath(AppPath() + QStringLiteral("\\..\\Data\\") +
-                         QStringLiteral("\\Beispielpaket")));
+    host.open(
+        NativePath(AppPath() + QStringLiteral("\\..\\Data\\") + QStringLiteral("\\Beispielpaket")));
     ASSERT_EQ(main.table.AnnouncementCount, 9);
     main.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
@@ -137,8 +137,8 @@ TEST(ServiceEditorEndToEnd, MakesSavesReopensAndPlaysAServiceOfTheDemoPackage) {
     // One sentence by automatic placement: places 1 to 5.
     clickWhenEnabled(editor->cmdAdd());
     EXPECT_EQ(rowTexts(editor->lsvTarget(), 1),
-              (QStringList{"Gong", "Achtung an Gleis 1", "Zug nach Berlin Hauptbahnhof",
-                           "Einfahrt", "Bitte Vorsicht bei der Einfahrt"}));
+              (QStringList{"Gong", "Achtung an Gleis 1", "Zug nach Berlin Hauptbahnhof", "Einfahrt",
+                           "Bitte Vorsicht bei der Einfahrt"}));
     clickWhenEnabled(editor->cmdSave());
     // One whose gong is cut 500 ms short.
     clickWhenEnabled(editor->cmdAdd());
@@ -220,14 +220,15 @@ TEST(ServiceEditorEndToEnd, MakesSavesReopensAndPlaysAServiceOfTheDemoPackage) {
     EXPECT_LT(next - gong, gongLength - 500 + 200);
     EXPECT_LE(timeOf(host.recorder, QStringLiteral("stop 0000")), next);
 
-    const QList<QByteArray> logLines = readAll(host.root.file(QStringLiteral("bin/res/log/Tavik.log")))
-                                           .split('\n');
+    const QList<QByteArray> logLines =
+        readAll(host.root.file(QStringLiteral("bin/res/log/Tavik.log"))).split('\n');
     ASSERT_GE(logLines.size(), 6);
     QStringList last;
     for (qsizetype i = logLines.size() - 6; i < logLines.size() - 1; ++i)
         last << fromCp1252(logLines[i]);
-    EXPECT_EQ(last, (QStringList{"\"\"\r", "\"ANNOUNCE 'Abfahrt '\"\r", "\"\tPLAY '0000' 'Gong'\"\r",
-                                 "\"\tPLAY '0008' 'Abfahrt'\"\r", "\"READY\"\r"}));
+    EXPECT_EQ(last,
+              (QStringList{"\"\"\r", "\"ANNOUNCE 'Abfahrt '\"\r", "\"\tPLAY '0000' 'Gong'\"\r",
+                           "\"\tPLAY '0008' 'Abfahrt'\"\r", "\"READY\"\r"}));
 
     // Closing hands the main window back.
     QPointer<frmDienst> closing = editor;

@@ -81,11 +81,11 @@ TEST(frmDienstFiles, ThePropertiesPageSavesUnderItsIdNumberAndAnotherIdMakesASec
     EXPECT_EQ(editor->CurrentPage(), 1);
     EXPECT_TRUE(editor->mnuNew()->isEnabled());
 
-    const QByteArray expected = ServiceBytes()
-                                    .header("Linie 4", "Tavik", "Werktags", "000000")
-                                    .count(1)
-                                    .sentence(key.toLatin1(), "Gong Achtung an Gleis 1 ",
-                                              {{"0000", 0}, {"0001", 0}});
+    const QByteArray expected =
+        ServiceBytes()
+            .header("Linie 4", "Tavik", "Werktags", "000000")
+            .count(1)
+            .sentence(key.toLatin1(), "Gong Achtung an Gleis 1 ", {{"0000", 0}, {"0001", 0}});
     EXPECT_EQ(readAll(host.serviceFile(QStringLiteral("000000"))), expected);
 
     saveService(editor, QStringLiteral("Linie 4"), QStringLiteral("000001"));
@@ -207,8 +207,7 @@ TEST(frmDienstFiles, OpeningAServiceListsItsSentencesAndTextsAndShowsTheServiceP
     QTest::mouseClick(editor->cmdOpen(), Qt::LeftButton);
     EXPECT_EQ(editor->CurrentPage(), 1);
     EXPECT_EQ(columnTexts(editor->lsvDienst()), (QStringList{"4711", "0815"}));
-    EXPECT_EQ(columnTexts(editor->lsvDienst(), 1),
-              (QStringList{"Gong ", "Achtung an Gleis 1 "}));
+    EXPECT_EQ(columnTexts(editor->lsvDienst(), 1), (QStringList{"Gong ", "Achtung an Gleis 1 "}));
     EXPECT_EQ(editor->txtTitle()->text(), QStringLiteral("Linie 7"));
     EXPECT_EQ(editor->txtAutor()->text(), QStringLiteral("Tavik"));
     EXPECT_EQ(editor->txtComment()->text(), QStringLiteral("Werktags"));
@@ -379,8 +378,14 @@ TEST(frmDienstFiles, HostileServiceFilesGiveAnErrorQuicklyWithoutHangingOrGrowin
         // A negative header length.
         ServiceBytes().i32(-1).i32(0).i32(0).i32(0),
         // A sentence with an entry array of two thousand million entries.
-        ServiceBytes().header("Viel", "", "", "3").count(1).counted("1234").counted("").u16(1).i32(
-            0x7fffffff).i32(0),
+        ServiceBytes()
+            .header("Viel", "", "", "3")
+            .count(1)
+            .counted("1234")
+            .counted("")
+            .u16(1)
+            .i32(0x7fffffff)
+            .i32(0),
         garbage,
     };
     for (int i = 0; i < files.size(); ++i)

@@ -104,9 +104,8 @@ TEST(frmDienstSentence, PlaceOneComesFirstThenBothOfPlaceTwoInPackageOrderAndPla
 }
 
 TEST(frmDienstSentence, PlacementGoesByTableIndexEvenWhenAnEarlierSoundIsMissing) {
-    DienstHost host({{"0000", "Ohne Datei", -1},
-                     {"0001", "Gong", 80, 0, true, 1},
-                     {"0002", "Einfahrt", 80}});
+    DienstHost host(
+        {{"0000", "Ohne Datei", -1}, {"0001", "Gong", 80, 0, true, 1}, {"0002", "Einfahrt", 80}});
     frmDienst* editor = host.openEditor();
     press(editor, editor->cmdAdd());
     // Announcement 1 names source row 2, which is the one after it.
@@ -122,7 +121,8 @@ TEST(frmDienstSentence, TheAddRemoveAndMoveCommandsWorkOnTheEntries) {
     editor->List1()->show();
     editor->lsvSource()->ListItems(3)->SetSelected(true);
     QListWidget* list1 = editor->List1();
-    QTest::mouseClick(list1->viewport(), Qt::LeftButton, {}, list1->visualItemRect(list1->item(0)).center());
+    QTest::mouseClick(list1->viewport(), Qt::LeftButton, {},
+                      list1->visualItemRect(list1->item(0)).center());
     QTest::mouseDClick(list1->viewport(), Qt::LeftButton, {},
                        list1->visualItemRect(list1->item(0)).center());
     // A double click in the plain list adds the selected source row, not its own entry.
@@ -286,9 +286,12 @@ TEST(frmDienstSentence, WhileASentencePlaysItsPlayAddAndEditCommandsAreDisabled)
         bool playing = false, play = true, absp = true, add = true, edit = true, rem = false;
     } seen;
     QTimer::singleShot(300, editor, [&] {
-        seen = {editor->IsPlaying,         editor->cmdPlay()->isEnabled(),
-                editor->cmdAbsp()->isEnabled(), editor->cmdAdd()->isEnabled(),
-                editor->cmdEdit()->isEnabled(), editor->cmdRem()->isEnabled()};
+        seen = {editor->IsPlaying,
+                editor->cmdPlay()->isEnabled(),
+                editor->cmdAbsp()->isEnabled(),
+                editor->cmdAdd()->isEnabled(),
+                editor->cmdEdit()->isEnabled(),
+                editor->cmdRem()->isEnabled()};
     });
     press(editor, editor->cmdPlay());
     EXPECT_TRUE(seen.playing);

@@ -115,7 +115,8 @@ TEST(frmDienst, EveryControlTheLanguageFilesNameIsAControlOfTheEditor) {
 }
 
 TEST(frmDienst, ListsEveryAnnouncementWithASoundInTableOrderWithItsColour) {
-    DienstHost host({{"0000", "Gong", 80, 255}, {"0001", "Ohne Datei", -1}, {"0002", "Einfahrt", 80}});
+    DienstHost host(
+        {{"0000", "Gong", 80, 255}, {"0001", "Ohne Datei", -1}, {"0002", "Einfahrt", 80}});
     frmDienst* editor = host.openEditor();
     EXPECT_EQ(columnTexts(editor->lsvSource()), (QStringList{"Gong", "Einfahrt"}));
     EXPECT_EQ(editor->lsvSource()->ListItems(1)->ForeColor(), 255u);

@@ -12,8 +12,8 @@ AnnouncementTable placed(const QList<std::int32_t>& places) {
     int n = 0;
     for (const std::int32_t place : places) {
         const QString key = QStringLiteral("%1").arg(n++, 4, 10, QChar(u'0'));
-        table.Announcements.append({QStringLiteral("Ansage ") + key, {}, key, 1000, true, place, 0,
-                                    false});
+        table.Announcements.append(
+            {QStringLiteral("Ansage ") + key, {}, key, 1000, true, place, 0, false});
     }
     table.AnnouncementCount = static_cast<std::int16_t>(table.Announcements.size());
     return table;
