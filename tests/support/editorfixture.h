@@ -26,8 +26,8 @@ namespace tavik::test {
 
 // A whole installation in a scratch folder (bin/ with the formats file, res/lang/ with the
 // delivered language files, Data/) and the editor's main window on it, with the MCI emulator
-// playing to the null output and every command recorded. Message boxes are recorded and answered
-// from a queue (OK, or Yes for questions, when it is empty).
+// playing to the null output and every command recorded. Message boxes are recorded and
+// answered from a queue (OK, or Yes for questions, when it is empty).
 class EditorFixture {
 public:
     struct Entry {
