@@ -5,6 +5,7 @@
 #include "audio/modmci.h"
 #include "audio/recordingbackend.h"
 #include "audio/sequenceplayer.h"
+#include "benchsound.h"
 #include "util/tickcount.h"
 
 #include <QCoreApplication>
@@ -15,29 +16,12 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
-#include <sndfile.h>
 #include <vector>
 
 using namespace tavik;
+using tavik::bench::writeTone;
 
 namespace {
-
-bool writeTone(const QString& path, int format, qint64 frames, int rate) {
-    SF_INFO info{};
-    info.samplerate = rate;
-    info.channels = 1;
-    info.format = format;
-    const QByteArray name = QFile::encodeName(path);
-    SNDFILE* file = sf_open(name.constData(), SFM_WRITE, &info);
-    if (!file)
-        return false;
-    std::vector<float> samples(static_cast<std::size_t>(frames));
-    for (qint64 i = 0; i < frames; ++i)
-        samples[static_cast<std::size_t>(i)] = 0.3f * static_cast<float>(std::sin(i * 0.1));
-    const bool ok = sf_writef_float(file, samples.data(), frames) == frames;
-    sf_close(file);
-    return ok;
-}
 
 double processSeconds() {
     timespec t{};

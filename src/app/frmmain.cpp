@@ -34,6 +34,7 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -93,6 +94,8 @@ void frmMain::buildControls() {
     lsvPack_->AddColumn(QStringLiteral("Titel"), 5430.6143);
     lsvPack_->AddColumn(QStringLiteral("Format"), kFormatColumn);
     lsvPack_->AddColumn(QStringLiteral("Spielzeit"), kLengthColumn);
+    // Room for all four columns at their designed widths.
+    lsvPack_->setMinimumSize(620, 300);
     connect(lsvPack_, &QTreeWidget::itemDoubleClicked, this, [this] { lsvPack_DblClick(); });
 
     cmdNew_ = makeButton("cmdNew", QStringLiteral("&Neu"), central);
@@ -103,10 +106,10 @@ void frmMain::buildControls() {
     cmdEdit_ = makeButton("cmdEdit", QStringLiteral("&Daten"), central);
     cmdPlay_ = makeButton("cmdPlay", QStringLiteral("&Abspielen"), central);
     cmdSort_ = makeButton("cmdSort", QStringLiteral("&Sortieren"), central);
-    cmdFUp_ = makeButton("cmdFUp", QStringLiteral("⤒"), central);
-    cmdUp_ = makeButton("cmdUp", QStringLiteral("↑"), central);
-    cmdDown_ = makeButton("cmdDown", QStringLiteral("↓"), central);
-    cmdFDown_ = makeButton("cmdFDown", QStringLiteral("⤓"), central);
+    cmdFUp_ = makeButton("cmdFUp", QString(), central);
+    cmdUp_ = makeButton("cmdUp", QString(), central);
+    cmdDown_ = makeButton("cmdDown", QString(), central);
+    cmdFDown_ = makeButton("cmdFDown", QString(), central);
     cmdExpand_ = makeButton("cmdExpand", QStringLiteral("Erweitert"), central);
     cmdExit_ = makeButton("cmdExit", QStringLiteral("Beenden"), central);
 
@@ -130,8 +133,16 @@ void frmMain::buildControls() {
     panelLayout->addWidget(cmdUnexpand_);
     picExpand_->hide();
 
+    // The move buttons carry pictures only: the language file gives them tool tips.
     auto* moves = new QHBoxLayout;
-    for (QWidget* button : {cmdFUp_, cmdUp_, cmdDown_, cmdFDown_}) {
+    const std::pair<zelcmd*, QStyle::StandardPixmap> arrows[] = {
+        {cmdFUp_, QStyle::SP_MediaSkipBackward},
+        {cmdUp_, QStyle::SP_ArrowUp},
+        {cmdDown_, QStyle::SP_ArrowDown},
+        {cmdFDown_, QStyle::SP_MediaSkipForward}};
+    for (const auto& [button, arrow] : arrows) {
+        button->SetCaption(QString());
+        button->SetPicture(style()->standardIcon(arrow).pixmap(16, 16));
         button->setMinimumWidth(24);
         moves->addWidget(button);
     }
@@ -274,7 +285,7 @@ bool frmMain::FormLoad() {
         frmSplash splash(language_, this);
         splash.exec();
     }
-    adjustSize();
+    resize(size().expandedTo(sizeHint()));
     minHeight_ = height();
     minWidth_ = width();
     setMinimumSize(minWidth_, minHeight_);

@@ -2,6 +2,8 @@
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
 #include "service/frmdienst.h"
+#include "settings/frmlanguage.h"
+#include "settings/frmoptions.h"
 #include "settings/language.h"
 #include "settings/modini.h"
 #include "util/apppath.h"
@@ -18,18 +20,9 @@
 namespace tavik {
 
 bool frmMain::chooseLanguage() {
-    // Until the language dialog exists: the stored language, else the first file found.
-    language_.LanguageFile = CStr(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                                          QStringLiteral("Settings"), QStringLiteral("Language"),
-                                          Variant::fromString({})));
-    if (language_.LanguageFile.isEmpty()) {
-        const QStringList files =
-            QDir(LanguageFolder()).entryList({QStringLiteral("*.lng")}, QDir::Files, QDir::Name);
-        if (files.isEmpty())
-            return false;
-        language_.LanguageFile = LanguageFolder() + files.first();
-    }
-    return true;
+    frmLanguage dialog(language_, this);
+    dialog.ShowModal();
+    return !dialog.EndProgram();
 }
 
 void frmMain::cmdNew_Click() {
@@ -90,11 +83,22 @@ void frmMain::onServiceEditorClosed() {
 }
 
 void frmMain::cmdDelete_Click() {
-    // The options dialog opens here.
+    frmOptions options(
+        language_, [this](bool useFormat) { SetUseFormat(useFormat); }, this);
+    // Where the dialog will open, so that the zoom trail ends there.
+    options.adjustSize();
+    options.move(geometry().center() - options.rect().center());
+    FadeInEffect(cmdDelete_, &options, 20);
+    options.exec();
 }
 
 void frmMain::cmdLanguage_Click() {
-    // The language dialog opens here, kept open for a choice.
+    frmLanguage dialog(language_, this);
+    dialog.KeepOpen = true;
+    dialog.ShowModal();
+    // Only possible when no language was ever stored and the language folder has emptied.
+    if (dialog.EndProgram())
+        close();
 }
 
 } // namespace tavik

@@ -65,6 +65,7 @@ void frmMain::LoadPackage() {
     hooks.missingFile = [this](const QString& key, const QString& title) {
         MsgBox(this, language_.GetLangString(10, key, title), MsgButtons::OK, MsgIcon::Exclamation);
     };
+    const PackageFileList files(PackageFolder);
     for (int i = 1; i <= count; ++i) {
         const IndexEntry entry = ReadIndexEntry(PackageIndex, i);
         lsvPack_->SetColumnWidth(2, i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar
@@ -72,10 +73,9 @@ void frmMain::LoadPackage() {
         if (!entry.Title.isEmpty()) {
             ReportListItem* row = lsvPack_->AddItem(entry.Key);
             row->SetSubItems(1, entry.Title);
-            row->SetTag(GetFileName(entry.Key));
+            row->SetTag(files.GetFileName(entry.Key));
             row->SetSubItems(2, GetExtension(row->Tag()));
-            LoadAnnouncement(PackageIndex, entry, PackageFolder, mci_, table, aliasWarningShown,
-                             hooks);
+            LoadAnnouncement(PackageIndex, entry, files, mci_, table, aliasWarningShown, hooks);
             const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
             if (record.Opened)
                 row->SetSubItems(3, PlayTimeText(record.Length));

@@ -5,6 +5,7 @@
 #include "util/vbstrings.h"
 
 #include <QSet>
+#include <algorithm>
 
 namespace tavik {
 
@@ -61,6 +62,25 @@ QString GetFileName(const QString& packageFolder, const QString& key) {
     if (name.isEmpty())
         return {};
     return NativePath(packageFolder + QStringLiteral("\\") + name);
+}
+
+PackageFileList::PackageFileList(QString packageFolder)
+    : folder_(std::move(packageFolder)), names_(ListFiles(NativePath(folder_))) {}
+
+QString PackageFileList::GetFileName(const QString& key) const {
+    if (!isSafeKey(key))
+        return {};
+    // Names are sorted without regard to case, so those that begin with the key form one run.
+    auto it =
+        std::lower_bound(names_.begin(), names_.end(), key, [](const QString& a, const QString& b) {
+            return a.compare(b, Qt::CaseInsensitive) < 0;
+        });
+    const QString pattern = key + QStringLiteral("*");
+    for (; it != names_.end() && it->startsWith(key, Qt::CaseInsensitive); ++it) {
+        if (WildcardMatch(pattern, *it))
+            return NativePath(folder_ + QStringLiteral("\\") + *it);
+    }
+    return {};
 }
 
 QString GetExtension(const QString& name) {

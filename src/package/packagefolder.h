@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 
 namespace tavik {
@@ -25,6 +26,19 @@ QString NextFreeKey(const QString& packageFolder);
 // "" when there is none. A key holding a path separator, ".." or a wildcard finds nothing:
 // nothing read from a package may lead outside its folder.
 QString GetFileName(const QString& packageFolder, const QString& key);
+
+// A package folder's file names, listed once, so that finding the files of many keys costs
+// one listing instead of one per key. GetFileName answers as the free function does for the
+// folder as it was listed.
+class PackageFileList {
+public:
+    explicit PackageFileList(QString packageFolder);
+    QString GetFileName(const QString& key) const;
+
+private:
+    QString folder_;
+    QStringList names_; // in the order a directory search returns them
+};
 
 // The last "."-separated part of a name; the whole name when it holds no ".".
 QString GetExtension(const QString& name);

@@ -17,7 +17,7 @@ constexpr int kOpenAttempts = 2;
 
 } // namespace
 
-void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& packageFolder,
+void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFileList& files,
                       modMCI& mci, AnnouncementTable& table, bool& aliasWarningShown,
                       const AnnouncementLoadHooks& hooks) {
     const AnnouncementSettings settings = ReadAnnouncementSettings(store, entry.Key);
@@ -26,7 +26,7 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& p
     AnnouncementRecord& record = table.Announcements[table.AnnouncementCount];
     record = AnnouncementRecord{};
     record.Title = entry.Title;
-    record.FilePath = GetFileName(packageFolder, entry.Key);
+    record.FilePath = files.GetFileName(entry.Key);
     record.Key = entry.Key;
     record.NameVisible = settings.NameVisible;
     record.AutoPlace = settings.AutoPlace;
@@ -67,8 +67,9 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& p
 void LoadAnnouncementTable(clsZELDB& store, const QString& packageFolder, modMCI& mci,
                            AnnouncementTable& table, const AnnouncementLoadHooks& hooks) {
     bool aliasWarningShown = false;
+    const PackageFileList files(packageFolder);
     for (const IndexEntry& entry : ReadShownEntries(store))
-        LoadAnnouncement(store, entry, packageFolder, mci, table, aliasWarningShown, hooks);
+        LoadAnnouncement(store, entry, files, mci, table, aliasWarningShown, hooks);
 }
 
 void UnloadAnnouncementSounds(modMCI& mci, AnnouncementTable& table) {

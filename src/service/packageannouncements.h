@@ -23,10 +23,10 @@ struct AnnouncementLoadHooks {
 };
 
 // Loads one shown "INDEX" entry into the record at `table.AnnouncementCount` and counts it:
-// its settings read, its sound found in `packageFolder`, opened under its key and measured.
-// An alias still open is closed and opened again; `aliasWarningShown` tells whether that
+// its settings read, its sound found among the package's `files`, opened under its key and
+// measured. An alias still open is closed and opened again; `aliasWarningShown` tells whether that
 // was already reported in this load.
-void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& packageFolder,
+void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFileList& files,
                       modMCI& mci, AnnouncementTable& table, bool& aliasWarningShown,
                       const AnnouncementLoadHooks& hooks = {});
 

@@ -7,11 +7,11 @@ namespace {
 // cmdUp, cmdDown, cmdFUp and cmdFDown of the main window, and the picture buttons of the
 // service editor, carry only a tool tip: their value starts with "|".
 constexpr const char* kMain[] = {
-    "cmdNew",    "cmdOpen",     "cmdSave",   "cmdAdd",      "cmdRemove", "cmdEdit",
-    "cmdPlay",   "cmdUp",       "cmdDown",   "cmdFUp",      "cmdFDown",  "cmdSort",
-    "cmdExpand", "cmdUnexpand", "cmdDienst", "cmdCompress", "cmdDelete", "cmdHelp",
-    "cmdInfo",   "cmdExit",     "mnuSort",   "mnuIndex",    "mnuTitel",  "mnuFormat",
-    "mnuLenght", "mnuHlp",      "mnuHP",     "mnuSupport",  "mnuReadme",
+    "cmdNew",    "cmdOpen",     "cmdSave",   "cmdAdd",      "cmdRemove", "cmdEdit",   "cmdPlay",
+    "cmdUp",     "cmdDown",     "cmdFUp",    "cmdFDown",    "cmdSort",   "cmdExpand", "cmdUnexpand",
+    "cmdDienst", "cmdCompress", "cmdDelete", "cmdLanguage", "cmdDebug",  "cmdHelp",   "cmdInfo",
+    "cmdExit",   "mnuSort",     "mnuIndex",  "mnuTitel",    "mnuFormat", "mnuLenght", "mnuHlp",
+    "mnuHP",     "mnuSupport",  "mnuReadme",
 };
 
 constexpr const char* kDienst[] = {

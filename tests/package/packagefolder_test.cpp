@@ -72,6 +72,20 @@ TEST(GetFileName, AKeyWithASeparatorDotsOrAWildcardFindsNothing) {
     EXPECT_EQ(GetFileName(folder, "0001"), folder + QStringLiteral("/0001.wav"));
 }
 
+TEST(PackageFileList, FindsTheSameFilesAsASearchPerKey) {
+    TempDir dir;
+    for (const char* name : {"0001b.wav", "0001.mp3", "00010.wav", "0002.WAV", "0003x.ogg",
+                             "Package.io", "a0004.wav", "0005.MP3", "0005.mp3"})
+        dir.write(name, "x");
+    QDir(dir.path()).mkpath("0006 folder");
+    const PackageFileList list(dir.path());
+    for (const char* key : {"0001", "00010", "0002", "0003", "0004", "0005", "0006", "0007",
+                            "000", "", "../0001", "0*", "0001?"})
+        EXPECT_EQ(list.GetFileName(key), GetFileName(dir.path(), key)) << key;
+    EXPECT_TRUE(list.GetFileName("0001").endsWith("0001.mp3"));
+    EXPECT_EQ(list.GetFileName("../0001"), QString());
+}
+
 TEST(GetExtension, ReturnsTheLastPartAfterADot) {
     EXPECT_EQ(GetExtension(QStringLiteral("/x/0007.wav")), QStringLiteral("wav"));
     EXPECT_EQ(GetExtension(QStringLiteral("0007.a.b.MP3")), QStringLiteral("MP3"));
