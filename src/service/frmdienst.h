@@ -178,7 +178,6 @@ private:
     void zoom(QWidget* from, QWidget* to);
 
     frmMain& main_;
-    std::int16_t busy_ = 0; // the sequence player's busy flag
 
     QTabBar* ridDienst_ = nullptr;
     std::array<QWidget*, 4> picTab_{};

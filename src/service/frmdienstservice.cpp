@@ -17,6 +17,7 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 
 namespace tavik {
 
@@ -150,16 +151,23 @@ void frmDienst::cmdPlay_Click() {
 void frmDienst::playSentence(const SatzRecord& satz) {
     // A copy: opening another service while this one plays replaces the records.
     const SatzRecord playing = satz;
+    // The window can be closed, and deleted, while the sentence plays; the main window, its
+    // sounds and its log outlive it.
+    const QPointer<frmDienst> self(this);
+    frmMain& main = main_;
+    std::int16_t busy = 0;
     IsPlaying = true;
     try {
-        PlayAnnouncementSequence(main_.mci(), main_.table, playing, busy_,
-                                 [this](const QString& line) { main_.eventLog().WriteLog(line); });
+        PlayAnnouncementSequence(main.mci(), main.table, playing, busy,
+                                 [&main](const QString& line) { main.eventLog().WriteLog(line); });
     } catch (const RuntimeError&) {
         // The editor stays usable after a sentence it cannot play.
-        IsPlaying = false;
+        if (self)
+            IsPlaying = false;
         throw;
     }
-    IsPlaying = false;
+    if (self)
+        IsPlaying = false;
 }
 
 } // namespace tavik

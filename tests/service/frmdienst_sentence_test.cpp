@@ -306,3 +306,18 @@ TEST(frmDienstSentence, WhileASentencePlaysItsPlayAddAndEditCommandsAreDisabled)
     EXPECT_TRUE(editor->cmdAdd()->isEnabled());
     EXPECT_EQ(host.eventLines().last(), QStringLiteral("READY"));
 }
+
+TEST(frmDienstSentence, ClosingTheEditorWhileASentencePlaysLetsThePlaybackEndAndTheEditorGo) {
+    DienstHost host({{"0000", "Einfahrt", 400, 0, true, 1}, {"0001", "Zug", 200, 0, true, 2}});
+    QPointer<frmDienst> editor = host.openEditor();
+    press(editor, editor->cmdAdd());
+    press(editor, editor->cmdSave());
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+    QTimer::singleShot(150, editor, [&] { editor->mnuClose()->trigger(); });
+    press(editor, editor->cmdPlay());
+    // The sentence was played to its end, and the main window is back.
+    EXPECT_EQ(host.eventLines().last(), QStringLiteral("READY"));
+    EXPECT_TRUE(host.main->isEnabled());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor.isNull(); }, 2000));
+    EXPECT_TRUE(host.errors.isEmpty());
+}
