@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 
 namespace tavik {
 
@@ -46,7 +47,7 @@ void frmDienst::FindFiles() {
 }
 
 void frmDienst::OpenServiceFile(const QString& path) {
-    ServiceReadResult read = ReadServiceFile(path);
+    const ServiceReadResult read = ReadServiceFile(path);
     if (read.status == ServiceReadResult::Status::Missing) {
         MsgBox(this, main_.language().GetLangString(kServiceMissingMessage), MsgButtons::OK,
                MsgIcon::Exclamation);
@@ -57,9 +58,13 @@ void frmDienst::OpenServiceFile(const QString& path) {
     // Only what the file holds is kept: a count it cannot back costs nothing.
     if (!read.sentences.isEmpty())
         Saetze() = read.sentences;
+    // The window may close while events are processed between the rows.
+    const QPointer<frmDienst> self(this);
     for (const SatzRecord& satz : std::as_const(read.sentences)) {
         lsvDienst_->AddItem(satz.Key);
         QCoreApplication::processEvents();
+        if (!self)
+            return;
     }
     if (!read.ok())
         throw RuntimeError(read.runtimeError);
