@@ -369,7 +369,7 @@ TEST(frmDienstFiles, HostileServiceFilesGiveAnErrorQuicklyWithoutHangingOrGrowin
     DienstHost host(station());
     QByteArray garbage(1 << 20, '\0');
     for (int i = 0; i < garbage.size(); ++i)
-        garbage[i] = static_cast<char>((i * 7919) % 251);
+        garbage[i] = static_cast<char>((qint64(i) * 7919) % 251);
     const QList<QByteArray> files = {
         // A count of 32767 and one sentence of text lengths at their largest.
         ServiceBytes().header("Riesig", "", "", "1").count(32767).u16(65535).raw("x"),
