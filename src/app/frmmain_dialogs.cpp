@@ -1,6 +1,9 @@
 #include "app/fadeineffect.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "app/tavikapplication.h"
+#include "dialogs/frmnew.h"
+#include "dialogs/frmsetting.h"
 #include "service/frmdienst.h"
 #include "settings/frmlanguage.h"
 #include "settings/frmoptions.h"
@@ -14,6 +17,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 
 // The main window's commands that open another window.
 
@@ -34,7 +38,10 @@ void frmMain::cmdNew_Click() {
     table.AnnouncementCount = 0;
     EnableServicButtons(false);
     newPackageMode = true;
-    // The new-package dialog opens here.
+    {
+        frmNew dialog(*this);
+        dialog.exec();
+    }
     showReadyState();
 }
 
@@ -56,11 +63,19 @@ void frmMain::cmdAdd_Click() {
 
 void frmMain::cmdEdit_Click() {
     newPackageMode = false;
-    // The package information dialog opens here.
+    frmNew dialog(*this);
+    dialog.exec();
 }
 
 void frmMain::lsvPack_DblClick() {
-    // The properties dialog opens here.
+    ReportListItem* row = lsvPack_->SelectedItem();
+    if (!row)
+        return;
+    RunHandler([this, row] {
+        frmSetting dialog(*this);
+        dialog.txtTitle()->setText(row->SubItems(1));
+        dialog.exec();
+    });
 }
 
 void frmMain::cmdDienst_Click() {
