@@ -4,6 +4,7 @@
 #include "app/tavikapplication.h"
 #include "dialogs/frmnew.h"
 #include "dialogs/frmsetting.h"
+#include "service/frmdienst.h"
 #include "settings/frmlanguage.h"
 #include "settings/frmoptions.h"
 #include "settings/language.h"
@@ -78,7 +79,17 @@ void frmMain::lsvPack_DblClick() {
 }
 
 void frmMain::cmdDienst_Click() {
-    // The service editor opens here.
+    // A window of its own that this one owns: it stays above this one and goes with it.
+    auto* editor = new frmDienst(*this);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    serviceEditor_ = editor;
+    connect(editor, &frmDienst::Unloaded, this, &frmMain::onServiceEditorClosed);
+    FadeInEffect(cmdDienst_, editor, 20);
+    editor->show();
+    setEnabled(false);
+    // Disabling this window disabled the windows it owns too; a window, unlike a control, can
+    // be enabled again under a disabled owner, so the editor alone takes input.
+    editor->setEnabled(true);
 }
 
 void frmMain::onServiceEditorClosed() {
