@@ -1,6 +1,6 @@
 // Times the service file: save and reopen of a service of 500 sentences with 10 entries each,
 // and the list of services over 200 service files. Prints its figures; run by hand from the
-// build folder.
+// build folder. bench_serviceeditor times the same through the editor window.
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
 #include "service/servicesentences.h"
@@ -14,19 +14,8 @@
 #include <vector>
 
 using namespace tavik;
-using tavik::bench::median;
+using tavik::bench::report;
 using tavik::bench::timeMs;
-
-namespace {
-
-void report(const char* what, int runs, const std::vector<double>& times, double targetMs) {
-    const double m = median(times);
-    std::printf("%-48s median %8.2f ms  max %8.2f ms  (%d runs)%s\n", what, m,
-                *std::max_element(times.begin(), times.end()), runs,
-                m < targetMs ? "  target met" : "  TARGET MISSED");
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);

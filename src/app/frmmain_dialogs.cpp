@@ -1,8 +1,14 @@
 #include "app/fadeineffect.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "app/tavikapplication.h"
+#include "dialogs/frmnew.h"
 #include "dialogs/frmopen.h"
+#include "dialogs/frmsetting.h"
 #include "dialogs/packagecommands.h"
+#include "service/frmdienst.h"
+#include "settings/frmlanguage.h"
+#include "settings/frmoptions.h"
 #include "settings/language.h"
 #include "settings/modini.h"
 #include "util/apppath.h"
@@ -13,24 +19,16 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 
 // The main window's commands that open another window.
 
 namespace tavik {
 
 bool frmMain::chooseLanguage() {
-    // Until the language dialog exists: the stored language, else the first file found.
-    language_.LanguageFile = CStr(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                                          QStringLiteral("Settings"), QStringLiteral("Language"),
-                                          Variant::fromString({})));
-    if (language_.LanguageFile.isEmpty()) {
-        const QStringList files =
-            QDir(LanguageFolder()).entryList({QStringLiteral("*.lng")}, QDir::Files, QDir::Name);
-        if (files.isEmpty())
-            return false;
-        language_.LanguageFile = LanguageFolder() + files.first();
-    }
-    return true;
+    frmLanguage dialog(language_, this);
+    dialog.ShowModal();
+    return !dialog.EndProgram();
 }
 
 void frmMain::cmdNew_Click() {
@@ -42,7 +40,10 @@ void frmMain::cmdNew_Click() {
     table.AnnouncementCount = 0;
     EnableServicButtons(false);
     newPackageMode = true;
-    // The new-package dialog opens here.
+    {
+        frmNew dialog(*this);
+        dialog.exec();
+    }
     showReadyState();
 }
 
@@ -68,15 +69,33 @@ void frmMain::cmdAdd_Click() {
 
 void frmMain::cmdEdit_Click() {
     newPackageMode = false;
-    // The package information dialog opens here.
+    frmNew dialog(*this);
+    dialog.exec();
 }
 
 void frmMain::lsvPack_DblClick() {
-    // The properties dialog opens here.
+    ReportListItem* row = lsvPack_->SelectedItem();
+    if (!row)
+        return;
+    RunHandler([this, row] {
+        frmSetting dialog(*this);
+        dialog.txtTitle()->setText(row->SubItems(1));
+        dialog.exec();
+    });
 }
 
 void frmMain::cmdDienst_Click() {
-    // The service editor opens here.
+    // A window of its own that this one owns: it stays above this one and goes with it.
+    auto* editor = new frmDienst(*this);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    serviceEditor_ = editor;
+    connect(editor, &frmDienst::Unloaded, this, &frmMain::onServiceEditorClosed);
+    FadeInEffect(cmdDienst_, editor, 20);
+    editor->show();
+    setEnabled(false);
+    // Disabling this window disabled the windows it owns too; a window, unlike a control, can
+    // be enabled again under a disabled owner, so the editor alone takes input.
+    editor->setEnabled(true);
 }
 
 void frmMain::onServiceEditorClosed() {
@@ -85,11 +104,22 @@ void frmMain::onServiceEditorClosed() {
 }
 
 void frmMain::cmdDelete_Click() {
-    // The options dialog opens here.
+    frmOptions options(
+        language_, [this](bool useFormat) { SetUseFormat(useFormat); }, this);
+    // Where the dialog will open, so that the zoom trail ends there.
+    options.adjustSize();
+    options.move(geometry().center() - options.rect().center());
+    FadeInEffect(cmdDelete_, &options, 20);
+    options.exec();
 }
 
 void frmMain::cmdLanguage_Click() {
-    // The language dialog opens here, kept open for a choice.
+    frmLanguage dialog(language_, this);
+    dialog.KeepOpen = true;
+    dialog.ShowModal();
+    // Only possible when no language was ever stored and the language folder has emptied.
+    if (dialog.EndProgram())
+        close();
 }
 
 } // namespace tavik

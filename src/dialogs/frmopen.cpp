@@ -123,7 +123,12 @@ void frmOpen::lstFile_Click() {
     lblAutor_->setText(CStr(main_.PackageIndex.GetSetting(
         QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author), QString())));
     LoadPic(packageFile(folder, kPictureFileName));
-    txtComment_->setPlainText(ReadPackageText(packageFile(folder, kCommentFileName)));
+    QString comment = ReadPackageText(packageFile(folder, kCommentFileName));
+    // A text box ends its text at the first NUL character.
+    const qsizetype nul = comment.indexOf(QChar(0));
+    if (nul >= 0)
+        comment.truncate(nul);
+    txtComment_->setPlainText(comment);
     cmdOK_->setEnabled(true);
 }
 

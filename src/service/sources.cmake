@@ -1,7 +1,17 @@
 list(APPEND TAVIK_CORE_SOURCES
+    service/autoplace.cpp
     service/packageannouncements.cpp
+    service/serviceeditorrules.cpp
     service/servicefile.cpp
     service/servicefiles.cpp
     service/servicejson.cpp
     service/servicesentences.cpp
+)
+# The service editor window, one file per part: pages, the service, a sentence, the files.
+list(APPEND TAVIK_UI_SOURCES
+    service/frmdienst.cpp
+    service/frmdienstfiles.cpp
+    service/frmdienstpages.cpp
+    service/frmdienstservice.cpp
+    service/frmdienstsentence.cpp
 )

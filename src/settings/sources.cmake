@@ -9,4 +9,6 @@ list(APPEND TAVIK_CORE_SOURCES
 )
 list(APPEND TAVIK_UI_SOURCES
     settings/applylanguage.cpp
+    settings/frmlanguage.cpp
+    settings/frmoptions.cpp
 )

@@ -10,10 +10,11 @@ list(APPEND TAVIK_CORE_SOURCES
     util/variant.cpp
     util/vbstrings.cpp
 )
-# Report-style lists with their row routines, the editor's push button, and the message and
-# file dialogs every window asks through.
+# Report-style lists with their row routines, the editor's push button, and the message, input
+# and file dialogs every window asks through.
 list(APPEND TAVIK_UI_SOURCES
     util/filedialog.cpp
+    util/inputbox.cpp
     util/listrows.cpp
     util/modlistview.cpp
     util/msgbox.cpp

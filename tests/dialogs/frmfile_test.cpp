@@ -4,6 +4,7 @@
 #include "dialogs/filebrowsing.h"
 #include "dialogs/frmfile.h"
 #include "dialogs/packagecommands.h"
+#include "settings/windowtexts.h"
 #include "support/editorfixture.h"
 #include "support/tempdir.h"
 #include "tests/dialogs/dialogtesting.h"
@@ -441,4 +442,19 @@ TEST(frmFileWindow, TheAddButtonOfTheMainWindowOpensTheDialogModally) {
     EXPECT_TRUE(modal);
     EXPECT_EQ(setup.editor.column(1), (QStringList{"Gong", "Durchsage"}));
     EXPECT_TRUE(QFile::exists(setup.package + QStringLiteral("/0001.wav")));
+}
+
+TEST(frmFileWindow, EveryControlTheLanguageFilesNameIsOneOfItsControls) {
+    ImportSetup setup;
+    frmFile dialog(*setup.editor.main);
+    bool listed = false;
+    for (const WindowTexts& window : LocalisedWindows()) {
+        if (QLatin1StringView(window.window) != QLatin1StringView("frmFile"))
+            continue;
+        listed = true;
+        for (const char* name : window.controls)
+            EXPECT_NE(dialog.findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
+    }
+    EXPECT_TRUE(listed);
+    EXPECT_EQ(dialog.objectName(), QStringLiteral("frmFile"));
 }

@@ -1,5 +1,6 @@
 #include "app/frmmain.h"
 #include "dialogs/frmopen.h"
+#include "settings/windowtexts.h"
 #include "support/editorfixture.h"
 #include "tests/dialogs/dialogtesting.h"
 #include "util/apppath.h"
@@ -292,6 +293,8 @@ TEST(frmOpenHostile, BrokenAndHugePictureAndCommentFilesOpenQuickly) {
         ASSERT_TRUE(file.resize(qint64(512) * 1024 * 1024));
     }
     setup.editor.root.write(QStringLiteral("Data/C/Package.img"), hugeBitmapHeader());
+    setup.editor.root.write(QStringLiteral("Data/C/Package.txt"),
+                            QByteArray("Vorne") + '\0' + QByteArray(100000, 'x'));
 
     QElapsedTimer clock;
     clock.start();
@@ -304,6 +307,8 @@ TEST(frmOpenHostile, BrokenAndHugePictureAndCommentFilesOpenQuickly) {
         EXPECT_TRUE(dialog.cmdOK()->isEnabled());
         EXPECT_LE(dialog.txtComment()->toPlainText().size(), 64 * 1024);
     }
+    // The box ends the text where a NUL character stands.
+    EXPECT_EQ(dialog.txtComment()->toPlainText(), QStringLiteral("Vorne"));
     EXPECT_LT(clock.elapsed(), 3000);
 }
 
@@ -314,4 +319,19 @@ TEST(frmOpenWindow, LabelsItselfFromTheLanguageFile) {
     EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Open announcement package"));
     EXPECT_EQ(dialog.cmdSearch()->text(), QStringLiteral("&Find..."));
     EXPECT_EQ(dialog.cmdOK()->toolTip(), QStringLiteral("Open the selected package"));
+}
+
+TEST(frmOpenWindow, EveryControlTheLanguageFilesNameIsOneOfItsControls) {
+    OpenSetup setup;
+    frmOpen dialog(*setup.editor.main);
+    bool listed = false;
+    for (const WindowTexts& window : LocalisedWindows()) {
+        if (QLatin1StringView(window.window) != QLatin1StringView("frmOpen"))
+            continue;
+        listed = true;
+        for (const char* name : window.controls)
+            EXPECT_NE(dialog.findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
+    }
+    EXPECT_TRUE(listed);
+    EXPECT_EQ(dialog.objectName(), QStringLiteral("frmOpen"));
 }

@@ -1,11 +1,18 @@
+# Folder names, description files and highlight colours of the package dialogs, the import
+# and open logic, and the dialogs themselves.
 list(APPEND TAVIK_CORE_TESTS
+    dialogs/announcementcolors_test.cpp
     dialogs/filebrowsing_test.cpp
     dialogs/importformats_test.cpp
+    dialogs/newpackage_test.cpp
     dialogs/packagescan_test.cpp
     dialogs/soundimport_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
     dialogs/frmfile_test.cpp
+    dialogs/frmnew_test.cpp
     dialogs/frmopen_test.cpp
+    dialogs/frmsetting_test.cpp
+    dialogs/mainwindowdialogs_test.cpp
     dialogs/sounddrop_test.cpp
 )

@@ -3,6 +3,9 @@
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
+#include "service/servicefile.h"
+#include "service/servicefiles.h"
+#include "support/toolrun.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/fileops.h"
@@ -73,4 +76,40 @@ TEST(DemoPackage, SetsColoursSentenceFlagsAndPlacesOneToFive) {
         EXPECT_TRUE(places.contains(place)) << place;
     EXPECT_GE(coloured, 5);
     EXPECT_GE(hiddenNames, 1);
+}
+
+TEST(DemoPackage, DeliversAServiceOfThreeSentencesOverItsOwnAnnouncements) {
+    const QString folder = demoFolder();
+    QStringList titles, paths;
+    // The package path as the main window holds it, with the doubled separator.
+    FindFiles(DataFolder() + QStringLiteral("/Beispielpaket"), titles, paths);
+    ASSERT_EQ(titles, QStringList{QStringLiteral("Beispieldienst")});
+    const ServiceReadResult service = ReadServiceFile(paths[0], false);
+    ASSERT_TRUE(service.ok()) << service.problem.toStdString();
+    EXPECT_EQ(service.header.Id, QStringLiteral("000001"));
+    ASSERT_EQ(service.sentences.size(), 3);
+
+    clsZELDB store;
+    ASSERT_TRUE(store.OpenIOFile(folder + QStringLiteral("/Package.io")));
+    QStringList keys;
+    for (const IndexEntry& entry : ReadShownEntries(store))
+        keys << entry.Key;
+    for (const SatzRecord& satz : service.sentences) {
+        EXPECT_EQ(satz.LastTarget, satz.Targets.size() - 1);
+        EXPECT_FALSE(satz.Text.isEmpty());
+        for (const SatzTarget& target : satz.Targets)
+            EXPECT_TRUE(keys.contains(target.AnnouncementKey))
+                << target.AnnouncementKey.toStdString();
+    }
+}
+
+TEST(DemoPackage, ItsServicePlaysWithTheTool) {
+    const QString folder = demoFolder();
+    const QString service = folder + QStringLiteral("/_000001._");
+    // The shortest sentence: the gong, cut 500 ms short, and the departure.
+    const test::ToolRun r = test::tool({"play", folder, service, "3289"});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out,
+              "\nANNOUNCE 'Abfahrt '\n\tPLAY '0000' 'Gong'\n\tPLAY '0008' 'Abfahrt'\nREADY\n");
+    EXPECT_TRUE(r.err.isEmpty()) << r.err.toStdString();
 }

@@ -1,4 +1,5 @@
 list(APPEND TAVIK_CORE_TESTS
+    service/serviceeditorrules_test.cpp
     service/servicefile_test.cpp
     service/servicefiles_test.cpp
     service/servicesentences_test.cpp
@@ -6,4 +7,11 @@ list(APPEND TAVIK_CORE_TESTS
     service/packageannouncements_test.cpp
     service/service_tool_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/service_input.cpp
+)
+# The service editor window over a main window with a scratch package loaded.
+list(APPEND TAVIK_WIDGET_TESTS
+    service/frmdienst_test.cpp
+    service/frmdienst_sentence_test.cpp
+    service/frmdienst_files_test.cpp
+    service/dienst_endtoend_test.cpp
 )

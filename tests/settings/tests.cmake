@@ -9,4 +9,7 @@ list(APPEND TAVIK_CORE_TESTS
 )
 list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp
+    settings/frmlanguage_test.cpp
+    settings/frmoptions_test.cpp
+    settings/languagestartup_test.cpp
 )

@@ -3,6 +3,7 @@
 #include "app/frmmain.h"
 #include "audio/emulatorbackend.h"
 #include "audio/modmci.h"
+#include "audio/recordingbackend.h"
 #include "log/eventlog.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
@@ -12,6 +13,7 @@
 #include "support/tempdir.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
+#include "util/tickcount.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,8 +26,8 @@ namespace tavik::test {
 
 // A whole installation in a scratch folder (bin/ with the formats file, res/lang/ with the
 // delivered language files, Data/) and the editor's main window on it, with the MCI emulator
-// playing to the null output. Message boxes are recorded and answered from a queue (OK, or
-// Yes for questions, when it is empty).
+// playing to the null output and every command recorded. Message boxes are recorded and
+// answered from a queue (OK, or Yes for questions, when it is empty).
 class EditorFixture {
 public:
     struct Entry {
@@ -39,7 +41,7 @@ public:
 
     explicit EditorFixture(const QString& languageFile = QStringLiteral("Deutsch.lng"))
         : log(programFolder(), &language),
-          mci(backend, [this](const QString& line) { logLines << line; }) {
+          mci(recorder, [this](const QString& line) { logLines << line; }) {
         qputenv("TAVIK_HOME", root.path().toLocal8Bit());
         QDir(root.path()).mkpath(QStringLiteral("bin"));
         QDir(root.path()).mkpath(QStringLiteral("res/lang"));
@@ -121,6 +123,8 @@ public:
     Language language;
     EventLog log;
     EmulatorBackend backend;
+    // Every command sent, with the time it was sent.
+    RecordingBackend recorder{backend, [] { return qint64(GetTickCount()); }};
     modMCI mci;
     std::unique_ptr<frmMain> main;
     QStringList logLines;

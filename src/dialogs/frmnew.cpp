@@ -1,0 +1,222 @@
+#include "frmnew.h"
+
+#include "app/frmmain.h"
+#include "app/tavikapplication.h"
+#include "dialogs/newpackage.h"
+#include "package/packagefolder.h"
+#include "settings/applylanguage.h"
+#include "settings/language.h"
+#include "util/apppath.h"
+#include "util/conversions.h"
+#include "util/filedialog.h"
+#include "util/fileops.h"
+#include "util/msgbox.h"
+#include "util/reportlist.h"
+#include "util/zelcmd.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tavik {
+
+namespace {
+
+constexpr char16_t kPictureTitle[] = u"Bild laden";
+constexpr char16_t kPictureFilter[] = u"JPEG Bild [*.jpg]|*.jpg|Bitmap Bild [*.bmp]|*.bmp|"
+                                      u"Icon [*.ico]|*.ico|Alle Dateien [*.*]|*.*";
+
+template <typename T> T* named(T* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QString filePath(const QString& folder, const char16_t* name) {
+    return NativePath(folder + QString::fromUtf16(name));
+}
+
+} // namespace
+
+frmNew::frmNew(frmMain& main)
+    : QDialog(&main), main_(main),
+      fraDir_(
+          named(new QGroupBox(QStringLiteral("Kurzbezeichnung für Ordnernamen"), this), "fraDir")),
+      fraInfo_(named(new QGroupBox(QStringLiteral("Paketinfos:"), this), "fraInfo")),
+      txtDir_(named(new QLineEdit(fraDir_), "txtDir")),
+      txtTitel_(named(new QLineEdit(fraInfo_), "txtTitel")),
+      txtAutor_(named(new QLineEdit(fraInfo_), "txtAutor")),
+      txtComment_(named(new QPlainTextEdit(fraInfo_), "txtComment")),
+      txtPic_(named(new QLineEdit(fraInfo_), "txtPic")),
+      lblTitel_(named(new QLabel(QStringLiteral("Titel:"), fraInfo_), "lblTitel")),
+      lblAutor_(named(new QLabel(QStringLiteral("Autor:"), fraInfo_), "lblAutor")),
+      lblComment_(named(new QLabel(QStringLiteral("Beschreibung:"), fraInfo_), "lblComment")),
+      lblPic_(named(new QLabel(QStringLiteral("Logo (Bitmap, Jpeg, Icon):"), fraInfo_), "lblPic")),
+      cmdPic_(named(new QPushButton(QStringLiteral("..."), fraInfo_), "cmdPic")),
+      cmdClear_(named(new QPushButton(QStringLiteral("X"), fraInfo_), "cmdClear")),
+      cmdOK_(named(new QPushButton(QStringLiteral("&OK"), this), "cmdOK")),
+      cmdCancel_(named(new QPushButton(QStringLiteral("&Abbrechen"), this), "cmdCancel")) {
+    setObjectName(QStringLiteral("frmNew"));
+    setWindowTitle(QStringLiteral("Neues Ansagepaket"));
+    buildControls();
+
+    const std::pair<QPushButton*, void (frmNew::*)()> handlers[] = {
+        {cmdPic_, &frmNew::cmdPic_Click},
+        {cmdClear_, &frmNew::cmdClear_Click},
+        {cmdOK_, &frmNew::cmdOK_Click},
+        {cmdCancel_, &frmNew::cmdCancel_Click},
+    };
+    for (const auto& [button, handler] : handlers)
+        connect(button, &QPushButton::clicked, this,
+                [this, handler] { RunHandler([this, handler] { (this->*handler)(); }); });
+
+    FormLoad();
+}
+
+void frmNew::buildControls() {
+    auto* dirLayout = new QVBoxLayout(fraDir_);
+    dirLayout->addWidget(txtDir_);
+
+    auto* info = new QGridLayout(fraInfo_);
+    info->addWidget(lblTitel_, 0, 0);
+    info->addWidget(txtTitel_, 0, 1, 1, 3);
+    info->addWidget(lblAutor_, 1, 0);
+    info->addWidget(txtAutor_, 1, 1, 1, 3);
+    info->addWidget(lblComment_, 2, 0, Qt::AlignTop);
+    info->addWidget(txtComment_, 2, 1, 1, 3);
+    info->addWidget(lblPic_, 3, 0, 1, 4);
+    info->addWidget(txtPic_, 4, 0, 1, 2);
+    info->addWidget(cmdPic_, 4, 2);
+    info->addWidget(cmdClear_, 4, 3);
+    cmdPic_->setToolTip(QStringLiteral("Bild auswählen"));
+    cmdClear_->setToolTip(QStringLiteral("Bild entfernen"));
+    for (QPushButton* small : {cmdPic_, cmdClear_})
+        small->setMaximumWidth(small->fontMetrics().horizontalAdvance(QStringLiteral("MMM")) * 2);
+    txtComment_->setTabChangesFocus(true);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOK_);
+    buttons->addWidget(cmdCancel_);
+    cmdOK_->setDefault(true);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(fraDir_);
+    layout->addWidget(fraInfo_);
+    layout->addLayout(buttons);
+}
+
+void frmNew::FormLoad() {
+    ApplyLanguage(this, objectName(), main_.language().LanguageFile);
+    setWindowIcon(main_.windowIcon());
+    if (main_.newPackageMode)
+        return;
+
+    // Package information: the folder is shown, read-only in look as well.
+    txtDir_->setEnabled(false);
+    txtDir_->setText(GetFolderName());
+    QPalette look = txtDir_->palette();
+    look.setColor(QPalette::Base, palette().color(QPalette::Window));
+    txtDir_->setPalette(look);
+    txtTitel_->setText(CStr(main_.PackageIndex.GetSetting(
+        QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Name), QString())));
+    txtAutor_->setText(CStr(main_.PackageIndex.GetSetting(
+        QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author), QString())));
+    txtComment_->setPlainText(ReadDescription(filePath(main_.PackageFolder, kCommentFileName)));
+}
+
+void frmNew::SaveTextToFile(const QString& text, const QString& path) {
+    tavik::SaveTextToFile(text, path);
+}
+
+bool frmNew::CreateDir(const QString& path) {
+    return tavik::CreateDir(path, [this] {
+        MsgBox(this, main_.language().GetLangString(21), MsgButtons::OK, MsgIcon::Exclamation);
+    });
+}
+
+QString frmNew::GetFolderName() const {
+    return tavik::GetFolderName(main_.PackageFolder);
+}
+
+void frmNew::cmdPic_Click() {
+    const QString path = ShowOpenDialog(this, AppPath(), QString::fromUtf16(kPictureTitle),
+                                        QString::fromUtf16(kPictureFilter));
+    if (!path.isEmpty())
+        txtPic_->setText(path);
+}
+
+void frmNew::cmdClear_Click() {
+    txtPic_->clear();
+}
+
+void frmNew::cmdOK_Click() {
+    const QString title = txtTitel_->text();
+    const QString author = txtAutor_->text();
+    const QString description = DescriptionForFile(txtComment_->toPlainText());
+    const QString picture = txtPic_->text();
+    QString folder = NewPackageFolder(txtDir_->text());
+
+    if (title.isEmpty() || author.isEmpty()) {
+        MsgBox(this, main_.language().GetLangString(18), MsgButtons::OK, MsgIcon::Exclamation);
+        return;
+    }
+    // The folder always starts with the program folder, so this never complains; an empty
+    // folder name names the data folder itself, which then cannot be made.
+    if (folder.isEmpty()) {
+        MsgBox(this, main_.language().GetLangString(19), MsgButtons::OK, MsgIcon::Exclamation);
+        return;
+    }
+    if (main_.newPackageMode && !createPackage(folder))
+        return;
+
+    const QString indexFile = main_.IndexFilePath;
+    folder = main_.PackageFolder;
+    main_.PackageIndex.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Name),
+                                   Variant::fromString(title));
+    main_.PackageIndex.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author),
+                                   Variant::fromString(author));
+    main_.PackageIndex.SaveIOFile(indexFile);
+    if (!description.isEmpty())
+        SaveTextToFile(description, filePath(folder, kCommentFileName));
+    if (!picture.isEmpty() && FileCheck(picture))
+        FileCopy(picture, filePath(folder, kPictureFileName));
+
+    main_.PackageChosen = true;
+    main_.cmdSave()->setEnabled(true);
+    accept();
+}
+
+bool frmNew::createPackage(const QString& folder) {
+    // A typed name never leads out of the data folder, not even to look for a package there.
+    if (!IsPlainFolderName(txtDir_->text())) {
+        MsgBox(this, main_.language().GetLangString(21), MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
+    }
+    if (FileCheck(filePath(folder, kIndexFileName), true)) {
+        MsgBox(this, main_.language().GetLangString(20), MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
+    }
+    if (!CreateDir(folder))
+        return false;
+
+    main_.PackageFolder = folder;
+    main_.IndexFilePath = filePath(main_.PackageFolder, kIndexFileName);
+    // The new package starts from an empty index: what the store last read (an earlier
+    // package, or one the open dialog listed) is no part of it.
+    main_.PackageIndex = clsZELDB();
+    main_.UnloadAudioFiles();
+    main_.lsvPack()->ClearItems();
+    main_.EnableServicButtons(true);
+    return true;
+}
+
+void frmNew::cmdCancel_Click() {
+    reject();
+}
+
+} // namespace tavik

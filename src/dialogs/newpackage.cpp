@@ -1,0 +1,64 @@
+#include "newpackage.h"
+
+#include "package/packagefolder.h"
+#include "util/apppath.h"
+#include "util/cp1252.h"
+#include "util/fileops.h"
+#include "util/runtimeerror.h"
+
+#include <QFile>
+
+namespace tavik {
+
+void SaveTextToFile(const QString& text, const QString& path) {
+    WriteFileAtomically(path, toCp1252(text) + QByteArrayLiteral("\r\n"));
+}
+
+bool CreateDir(const QString& path, const std::function<void()>& complain) {
+    try {
+        MkDir(path);
+        return true;
+    } catch (const RuntimeError&) {
+        if (complain)
+            complain();
+        return false;
+    }
+}
+
+QString GetFolderName(const QString& packageFolder) {
+    const qsizetype cut =
+        std::max(packageFolder.lastIndexOf(u'\\'), packageFolder.lastIndexOf(u'/'));
+    return packageFolder.mid(cut + 1);
+}
+
+bool IsPlainFolderName(const QString& name) {
+    return !name.contains(u'/') && !name.contains(u'\\') && !name.contains(u"..") &&
+           !name.contains(u':');
+}
+
+QString NewPackageFolder(const QString& folderName) {
+    return DataFolder() + folderName;
+}
+
+QString ReadDescription(const QString& path) {
+    QFile file(path);
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
+        return {};
+    QByteArray bytes = file.read(kMaxDescriptionBytes);
+    const qsizetype nul = bytes.indexOf('\0');
+    if (nul >= 0)
+        bytes.truncate(nul);
+    QString text = fromCp1252(bytes);
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(u'\r', u'\n');
+    return text;
+}
+
+QString DescriptionForFile(const QString& boxText) {
+    QString text = boxText;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(u'\n', QStringLiteral("\r\n"));
+    return text;
+}
+
+} // namespace tavik

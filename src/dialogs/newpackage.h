@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+namespace tavik {
+
+// Writes `text` and a line break (CR LF) in ANSI as the whole new content of `path`,
+// replacing an older file. Raises the runtime's file error when it cannot.
+void SaveTextToFile(const QString& text, const QString& path);
+
+// Makes the folder `path`. On any error (it exists already, its parent is missing, no rights)
+// calls `complain` and reports false.
+bool CreateDir(const QString& path, const std::function<void()>& complain);
+
+// The last part of a package folder split at its separators: "" for an empty folder and for
+// one that ends in a separator.
+QString GetFolderName(const QString& packageFolder);
+
+// Whether a typed folder name stays one folder below the data folder: no separator, no
+// "..", and no drive colon, which would take the path elsewhere on Windows.
+bool IsPlainFolderName(const QString& name);
+
+// The package folder a new package gets for a typed folder name: the data folder followed by
+// the name.
+QString NewPackageFolder(const QString& folderName);
+
+// How much of a description file the information mode reads: a multi-line box holds no more.
+inline constexpr qint64 kMaxDescriptionBytes = 64 * 1024;
+
+// The description a package folder's Package.txt holds, as a text box shows it: line breaks
+// as "\n", the text up to its first NUL byte (where an edit control ends it), at most
+// kMaxDescriptionBytes read. A missing or unreadable file gives "".
+QString ReadDescription(const QString& path);
+
+// A text box's text as it goes to a text file: every line break as CR LF.
+QString DescriptionForFile(const QString& boxText);
+
+} // namespace tavik

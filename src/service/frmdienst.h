@@ -1,0 +1,229 @@
+#pragma once
+
+#include "service/satzrecord.h"
+#include "service/servicesentences.h"
+#include "util/modrandom.h"
+
+#include <QMainWindow>
+#include <QStringList>
+#include <array>
+#include <cstdint>
+
+class QAction;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QTabBar;
+class QTimer;
+
+namespace tavik {
+
+class ReportList;
+class frmMain;
+class zelcmd;
+
+// The service editor: builds the sentences of a service from the announcements of the package
+// the main window holds, orders them, plays them, and opens, saves and deletes the package's
+// service files. It reads and changes the main window's state directly; the main window stays
+// disabled while the editor is open.
+//
+// Handlers (the *_Click members) raise runtime errors to their caller; when they run from a
+// control, the error is shown by the application and the editor stays usable.
+class frmDienst : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit frmDienst(frmMain& main);
+    ~frmDienst() override;
+
+    // --- the service in memory ---
+    ServiceSentences sentences; // Saetze and SatzCount
+    std::int16_t CurrentSatz = 0;
+    bool NewSatzPending = false;
+    bool IsPlaying = false;
+    // The paths behind the entries of lstOpen, by index. Never cleared: each listing appends.
+    QStringList File1;
+    // Draws the keys of new sentences; tests may seed it.
+    RandomGenerator generator;
+
+    QList<SatzRecord>& Saetze() { return sentences.Saetze; }
+    std::int16_t SatzCount() const { return sentences.SatzCount; }
+
+    // --- operations ---
+    void ShowPage(int page);
+    // The page shown, 0 to 3.
+    int CurrentPage() const;
+    void LoadItemToList();
+    void RefreshList();
+    void AutoPlace();
+    // Copies the target list into the sentence at CurrentSatz and rebuilds its text.
+    void SaveIntoArray();
+    // Writes the header texts and the sentences of the service list, in list order.
+    void SaveToFile(const QString& path);
+    void FindFiles();
+    // Reads a whole service into the lists and text boxes. A missing or empty file gives
+    // message 13 and changes nothing; a broken one raises the runtime error after the
+    // sentences read so far are listed.
+    void OpenServiceFile(const QString& path);
+    // Where the save command writes: the package folder & "\_" & txtID & "._".
+    QString ServicePath() const;
+
+    // --- controls ---
+    QTabBar* ridDienst() const { return ridDienst_; }
+    QWidget* picTab(int page) const { return picTab_[page]; }
+    QTimer* Timer1() const { return timer1_; }
+    QAction* mnuNew() const { return mnuNew_; }
+    QAction* mnuOpen() const { return mnuOpen_; }
+    QAction* mnuSave() const { return mnuSave_; }
+    QAction* mnuClose() const { return mnuClose_; }
+    // page 0
+    QLineEdit* txtTitle() const { return txtTitle_; }
+    QLineEdit* txtAutor() const { return txtAutor_; }
+    QLineEdit* txtComment() const { return txtComment_; }
+    QLineEdit* txtID() const { return txtID_; }
+    zelcmd* cmdSv() const { return cmdSv_; }
+    zelcmd* cmdEsc() const { return cmdEsc_; }
+    // page 1
+    ReportList* lsvDienst() const { return lsvDienst_; }
+    QLineEdit* txtText() const { return txtText_; }
+    zelcmd* cmdAdd() const { return cmdAdd_; }
+    zelcmd* cmdRem() const { return cmdRem_; }
+    zelcmd* cmdEdit() const { return cmdEdit_; }
+    zelcmd* cmdUp() const { return cmdUp_; }
+    zelcmd* cmdDown() const { return cmdDown_; }
+    zelcmd* cmdPlay() const { return cmdPlay_; }
+    zelcmd* cmdTausch() const { return cmdTausch_; }
+    // page 2
+    QGroupBox* fraSource() const { return fraSource_; }
+    QGroupBox* fraTarget() const { return fraTarget_; }
+    ReportList* lsvSource() const { return lsvSource_; }
+    ReportList* lsvTarget() const { return lsvTarget_; }
+    QListWidget* List1() const { return list1_; }
+    zelcmd* cmdHinzu() const { return cmdHinzu_; }
+    zelcmd* cmdEntf() const { return cmdEntf_; }
+    zelcmd* cmdAuf() const { return cmdAuf_; }
+    zelcmd* cmdAb() const { return cmdAb_; }
+    zelcmd* cmdSearch() const { return cmdSearch_; }
+    zelcmd* cmdAbsp() const { return cmdAbsp_; }
+    zelcmd* cmdSave() const { return cmdSave_; }
+    zelcmd* cmdCancel() const { return cmdCancel_; }
+    // page 3
+    QListWidget* lstOpen() const { return lstOpen_; }
+    QLineEdit* txtInfo(int index) const { return txtInfo_[index]; }
+    zelcmd* cmdOpen() const { return cmdOpen_; }
+    zelcmd* cmdAbbr() const { return cmdAbbr_; }
+    zelcmd* cmdKill() const { return cmdKill_; }
+    zelcmd* cmdRefresh() const { return cmdRefresh_; }
+
+public Q_SLOTS:
+    // page 1
+    void cmdAdd_Click();
+    void cmdEdit_Click();
+    void cmdRem_Click();
+    void cmdUp_Click();
+    void cmdDown_Click();
+    void cmdTausch_Click();
+    void cmdPlay_Click();
+    void lsvDienst_ItemClick();
+    void lsvDienst_ColumnClick(int column);
+    void txtText_Change();
+    // page 2
+    void cmdHinzu_Click();
+    void cmdEntf_Click();
+    void cmdAuf_Click();
+    void cmdAb_Click();
+    void cmdSearch_Click();
+    void cmdAbsp_Click();
+    void cmdSave_Click();
+    void cmdCancel_Click();
+    // page 0 and 3, menus
+    void cmdSv_Click();
+    void cmdEsc_Click();
+    void lstOpen_Click();
+    void lstOpen_KeyPress(int keyAscii);
+    void cmdRefresh_Click();
+    void cmdOpen_Click();
+    void cmdAbbr_Click();
+    void cmdKill_Click();
+    void mnuNew_Click();
+    void mnuOpen_Click();
+    void mnuSave_Click();
+    void mnuClose_Click();
+    void Timer1_Timer();
+
+Q_SIGNALS:
+    // The window is closing; the main window enables itself again.
+    void Unloaded();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildPropertiesPage();
+    void buildServicePage();
+    void buildSentencePage();
+    void buildOpenPage();
+    void buildMenus();
+    void connectHandlers();
+    void FormLoad();
+    // Runs a handler from a control: a runtime error is reported and the editor goes on.
+    void guarded(void (frmDienst::*handler)());
+    void onClick(zelcmd* button, void (frmDienst::*handler)());
+
+    void setServiceColumnWidth();
+    void addTargetRowFromSelectedSource();
+    void playSentence(const SatzRecord& satz);
+    void setMenusEnabled(bool enabled);
+    void zoom(QWidget* from, QWidget* to);
+
+    frmMain& main_;
+
+    QTabBar* ridDienst_ = nullptr;
+    std::array<QWidget*, 4> picTab_{};
+    QTimer* timer1_ = nullptr;
+    QAction* mnuNew_ = nullptr;
+    QAction* mnuOpen_ = nullptr;
+    QAction* mnuSave_ = nullptr;
+    QAction* mnuClose_ = nullptr;
+
+    QLineEdit* txtTitle_ = nullptr;
+    QLineEdit* txtAutor_ = nullptr;
+    QLineEdit* txtComment_ = nullptr;
+    QLineEdit* txtID_ = nullptr;
+    zelcmd* cmdSv_ = nullptr;
+    zelcmd* cmdEsc_ = nullptr;
+
+    ReportList* lsvDienst_ = nullptr;
+    QLineEdit* txtText_ = nullptr;
+    zelcmd* cmdAdd_ = nullptr;
+    zelcmd* cmdRem_ = nullptr;
+    zelcmd* cmdEdit_ = nullptr;
+    zelcmd* cmdUp_ = nullptr;
+    zelcmd* cmdDown_ = nullptr;
+    zelcmd* cmdPlay_ = nullptr;
+    zelcmd* cmdTausch_ = nullptr;
+
+    QGroupBox* fraSource_ = nullptr;
+    QGroupBox* fraTarget_ = nullptr;
+    ReportList* lsvSource_ = nullptr;
+    ReportList* lsvTarget_ = nullptr;
+    QListWidget* list1_ = nullptr;
+    zelcmd* cmdHinzu_ = nullptr;
+    zelcmd* cmdEntf_ = nullptr;
+    zelcmd* cmdAuf_ = nullptr;
+    zelcmd* cmdAb_ = nullptr;
+    zelcmd* cmdSearch_ = nullptr;
+    zelcmd* cmdAbsp_ = nullptr;
+    zelcmd* cmdSave_ = nullptr;
+    zelcmd* cmdCancel_ = nullptr;
+
+    QListWidget* lstOpen_ = nullptr;
+    std::array<QLineEdit*, 2> txtInfo_{};
+    zelcmd* cmdOpen_ = nullptr;
+    zelcmd* cmdAbbr_ = nullptr;
+    zelcmd* cmdKill_ = nullptr;
+    zelcmd* cmdRefresh_ = nullptr;
+};
+
+} // namespace tavik

@@ -1,0 +1,151 @@
+// The properties page, the open page and the menus: the service as a file.
+#include "service/frmdienst.h"
+
+#include "app/frmmain.h"
+#include "app/frmstatus.h"
+#include "service/servicefile.h"
+#include "service/servicefiles.h"
+#include "settings/language.h"
+#include "util/fileops.h"
+#include "util/msgbox.h"
+#include "util/reportlist.h"
+#include "util/runtimeerror.h"
+#include "util/zelcmd.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPointer>
+
+namespace tavik {
+
+namespace {
+
+constexpr int kDeleteQuestion = 12;
+
+} // namespace
+
+QString frmDienst::ServicePath() const {
+    return ServiceFilePath(main_.PackageFolder, txtID_->text());
+}
+
+void frmDienst::SaveToFile(const QString& path) {
+    const ServiceHeader header{txtTitle_->text(), txtAutor_->text(), txtComment_->text(),
+                               txtID_->text()};
+    QStringList rowKeys;
+    for (int r = 1; r <= lsvDienst_->Count(); ++r)
+        rowKeys.append(lsvDienst_->ListItems(r)->Text());
+    tavik::SaveToFile(path, header, sentences, rowKeys);
+}
+
+void frmDienst::FindFiles() {
+    QStringList titles;
+    tavik::FindFiles(main_.PackageFolder, titles, File1);
+    lstOpen_->clear();
+    lstOpen_->addItems(titles);
+}
+
+void frmDienst::OpenServiceFile(const QString& path) {
+    const ServiceReadResult read = ReadServiceFile(path);
+    if (read.status == ServiceReadResult::Status::Missing) {
+        MsgBox(this, main_.language().GetLangString(kServiceMissingMessage), MsgButtons::OK,
+               MsgIcon::Exclamation);
+        return;
+    }
+    Saetze() = {SatzRecord{}};
+    lsvDienst_->ClearItems();
+    // Only what the file holds is kept: a count it cannot back costs nothing.
+    if (!read.sentences.isEmpty())
+        Saetze() = read.sentences;
+    // The window may close while events are processed between the rows.
+    const QPointer<frmDienst> self(this);
+    for (const SatzRecord& satz : std::as_const(read.sentences)) {
+        lsvDienst_->AddItem(satz.Key);
+        QCoreApplication::processEvents();
+        if (!self)
+            return;
+    }
+    if (!read.ok())
+        throw RuntimeError(read.runtimeError);
+    sentences.SatzCount = read.declaredCount;
+    txtTitle_->setText(read.header.Title);
+    txtAutor_->setText(read.header.Author);
+    txtComment_->setText(read.header.Description);
+    txtID_->setText(read.header.Id);
+    RefreshList();
+}
+
+void frmDienst::mnuSave_Click() {
+    setMenusEnabled(false);
+    ShowPage(0);
+}
+
+void frmDienst::cmdSv_Click() {
+    // Nothing is checked: an empty ID gives the name "_._".
+    SaveToFile(ServicePath());
+    cmdEsc_Click();
+}
+
+void frmDienst::cmdEsc_Click() {
+    setMenusEnabled(true);
+    ShowPage(1);
+}
+
+void frmDienst::mnuOpen_Click() {
+    ShowPage(3);
+    setMenusEnabled(false);
+}
+
+void frmDienst::lstOpen_Click() {
+    QString title, author, description;
+    GetFileInfo(File1.value(lstOpen_->currentRow()), title, author, description);
+    txtInfo_[0]->setText(author);
+    txtInfo_[1]->setText(description);
+    cmdOpen_->setEnabled(true);
+}
+
+void frmDienst::cmdRefresh_Click() {
+    lstOpen_->clear();
+    FindFiles();
+}
+
+void frmDienst::cmdOpen_Click() {
+    // The path at the chosen index of every listing so far: after files came or went it may
+    // belong to another service than the title shown.
+    OpenServiceFile(File1.value(lstOpen_->currentRow()));
+    RefreshList();
+    ShowPage(1);
+    cmdEsc_Click();
+    mnuSave_->setEnabled(true);
+    setServiceColumnWidth();
+}
+
+void frmDienst::cmdAbbr_Click() {
+    cmdEsc_Click();
+}
+
+void frmDienst::cmdKill_Click() {
+    if (MsgBox(this, main_.language().GetLangString(kDeleteQuestion), MsgButtons::YesNo,
+               MsgIcon::Question) == MsgResult::No)
+        return;
+    Kill(File1.value(lstOpen_->currentRow()));
+    FindFiles();
+    txtInfo_[0]->clear();
+    txtInfo_[1]->clear();
+}
+
+void frmDienst::mnuNew_Click() {
+    lsvTarget_->ClearItems();
+    lsvDienst_->ClearItems();
+    if (list1_->count() > 0)
+        list1_->setCurrentRow(0);
+    txtText_->clear();
+    ShowPage(1);
+    // The ID stays: saving the new service unchanged replaces the previous one's file.
+    txtTitle_->clear();
+    txtAutor_->clear();
+    txtComment_->clear();
+}
+
+} // namespace tavik
