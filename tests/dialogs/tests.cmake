@@ -14,5 +14,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     dialogs/frmopen_test.cpp
     dialogs/frmsetting_test.cpp
     dialogs/mainwindowdialogs_test.cpp
+    dialogs/package_endtoend_test.cpp
     dialogs/sounddrop_test.cpp
 )
