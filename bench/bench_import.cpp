@@ -5,6 +5,7 @@
 #include "app/tavikapplication.h"
 #include "audio/emulatorbackend.h"
 #include "audio/modmci.h"
+#include "benchinstall.h"
 #include "benchsound.h"
 #include "benchutil.h"
 #include "dialogs/frmfile.h"
@@ -27,21 +28,9 @@ namespace {
 constexpr int kFiles = 500;
 constexpr int kRuns = 3;
 
-// bin/ with the formats file and a language, and 500 short WAV files to import.
-QStringList makeInstallation(const QTemporaryDir& root) {
-    QDir(root.path()).mkpath(QStringLiteral("bin"));
-    QDir(root.path()).mkpath(QStringLiteral("res/lang"));
-    QDir(root.path()).mkpath(QStringLiteral("Data"));
+// 500 short WAV files to import.
+QStringList makeSources(const QTemporaryDir& root) {
     QDir(root.path()).mkpath(QStringLiteral("Quelle"));
-    QFile::copy(QStringLiteral(TAVIK_SOURCE_ROOT "/bin/Formats.ini"),
-                root.filePath(QStringLiteral("bin/Formats.ini")));
-    const QString language = root.filePath(QStringLiteral("res/lang/Deutsch.lng"));
-    QFile::copy(QStringLiteral(TAVIK_SOURCE_ROOT "/res/lang/Deutsch.lng"), language);
-    QFile ini(root.filePath(QStringLiteral("bin/Tavik.ini")));
-    if (ini.open(QIODevice::WriteOnly))
-        ini.write("[Settings]\r\nLanguage=" + language.toLocal8Bit() + "\r\n");
-    ini.close();
-
     const QString tone = root.filePath(QStringLiteral("tone.wav"));
     bench::writeTone(tone, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 4410, 22050);
     QStringList files;
@@ -71,15 +60,12 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("TAVIK_AUDIO", "null");
     TavikApplication app(argc, argv);
-    QTemporaryDir root;
-    qputenv("TAVIK_HOME", root.path().toLocal8Bit());
-    const QStringList files = makeInstallation(root);
-    SetMessageHandler([](const MessageRequest&) { return MsgResult::OK; });
-
-    Language language;
-    EventLog log(root.filePath(QStringLiteral("bin")), &language);
-    EmulatorBackend backend;
-    modMCI mci(backend, [&log](const QString& line) { log.WriteLog(line); });
+    bench::BenchInstallation install;
+    const QTemporaryDir& root = install.root;
+    const QStringList files = makeSources(root);
+    Language& language = install.language;
+    EventLog& log = install.log;
+    modMCI& mci = install.mci;
 
     std::vector<double> imports;
     for (int run = 0; run < kRuns; ++run) {

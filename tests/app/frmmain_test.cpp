@@ -4,6 +4,7 @@
 #include "log/frmdebug.h"
 #include "package/clszeldb.h"
 #include "support/editorfixture.h"
+#include "support/errorcatcher.h"
 #include "support/errorof.h"
 #include "util/conversions.h"
 #include "util/listrows.h"
@@ -21,22 +22,10 @@
 
 using namespace tavik;
 using tavik::test::EditorFixture;
+using tavik::test::ErrorCatcher;
 using Entry = EditorFixture::Entry;
 
 namespace {
-
-// Catches the runtime errors the application shows while a test runs.
-class ErrorCatcher {
-public:
-    ErrorCatcher() {
-        app()->setErrorReporter([this](const QString& text) { shown << text; });
-    }
-    ~ErrorCatcher() { app()->setErrorReporter({}); }
-    QStringList shown;
-
-private:
-    static TavikApplication* app() { return static_cast<TavikApplication*>(qApp); }
-};
 
 std::vector<Entry> numbered(int count) {
     std::vector<Entry> entries;

@@ -2,8 +2,8 @@
 #include "audio/mcierrors.h"
 #include "audio/modmci.h"
 #include "audio/recordingbackend.h"
-#include "support/soundfixtures.h"
 #include "support/errorof.h"
+#include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "util/tickcount.h"
 

@@ -1,5 +1,5 @@
-#include "support/soundfixtures.h"
 #include "cli/tool.h"
+#include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/tavikapplication.h"
+#include "support/errorcatcher.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -10,19 +11,6 @@
 #include <gtest/gtest.h>
 
 namespace tavik::test {
-
-// Catches the runtime errors the application shows while a test runs.
-class ErrorCatcher {
-public:
-    ErrorCatcher() {
-        app()->setErrorReporter([this](const QString& text) { shown << text; });
-    }
-    ~ErrorCatcher() { app()->setErrorReporter({}); }
-    QStringList shown;
-
-private:
-    static TavikApplication* app() { return static_cast<TavikApplication*>(qApp); }
-};
 
 // Answers the next visible window of type `Window` that the code under test opens modally:
 // `answer` runs on it once it shows. If none shows within five seconds the active modal

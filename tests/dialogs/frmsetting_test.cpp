@@ -5,6 +5,7 @@
 #include "package/clszeldb.h"
 #include "settings/windowtexts.h"
 #include "support/editorfixture.h"
+#include "support/errorcatcher.h"
 #include "util/conversions.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
@@ -25,22 +26,10 @@
 
 using namespace tavik;
 using tavik::test::EditorFixture;
+using tavik::test::ErrorCatcher;
 using Entry = EditorFixture::Entry;
 
 namespace {
-
-// Catches the runtime errors the application shows while a test runs.
-class ErrorCatcher {
-public:
-    ErrorCatcher() {
-        app()->setErrorReporter([this](const QString& text) { shown << text; });
-    }
-    ~ErrorCatcher() { app()->setErrorReporter({}); }
-    QStringList shown;
-
-private:
-    static TavikApplication* app() { return static_cast<TavikApplication*>(qApp); }
-};
 
 // A package of five announcements in different looks, loaded in the main window.
 struct LoadedPackage {

@@ -79,8 +79,8 @@ TEST(PackageFileList, FindsTheSameFilesAsASearchPerKey) {
         dir.write(name, "x");
     QDir(dir.path()).mkpath("0006 folder");
     const PackageFileList list(dir.path());
-    for (const char* key : {"0001", "00010", "0002", "0003", "0004", "0005", "0006", "0007",
-                            "000", "", "../0001", "0*", "0001?"})
+    for (const char* key : {"0001", "00010", "0002", "0003", "0004", "0005", "0006", "0007", "000",
+                            "", "../0001", "0*", "0001?"})
         EXPECT_EQ(list.GetFileName(key), GetFileName(dir.path(), key)) << key;
     EXPECT_TRUE(list.GetFileName("0001").endsWith("0001.mp3"));
     EXPECT_EQ(list.GetFileName("../0001"), QString());

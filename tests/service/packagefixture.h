@@ -1,9 +1,9 @@
 #pragma once
 
-#include "support/soundfixtures.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
+#include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
 #include <QDir>
