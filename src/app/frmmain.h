@@ -154,6 +154,7 @@ private:
     // Asks before a non-empty list is dropped; true to go on.
     bool confirmDiscard();
     void showReadyState();
+    void closeStatusWindow();
     void onServiceEditorClosed();
 
     Language& language_;

@@ -39,6 +39,16 @@ void frmMain::LoadPackage() {
         return;
     }
     lsvPack_->hide();
+    // A load aborted by a runtime error still leaves a window the user can work with: the
+    // list as far as it was filled, the ready panels, no status window.
+    struct Restore {
+        frmMain* window;
+        ~Restore() {
+            window->showReadyState();
+            window->closeStatusWindow();
+            window->lsvPack_->show();
+        }
+    } restore{this};
     const std::int16_t count = CInt(PackageIndex.GetSetting(
         QStringLiteral("INDEX"), QStringLiteral("Count"), QStringLiteral("0")));
     if (count != 0) {
@@ -94,14 +104,8 @@ void frmMain::LoadPackage() {
         QCoreApplication::processEvents();
     }
 
-    showReadyState();
     EnableServicButtons(true);
     cmdSave_->setEnabled(true);
-    if (status_) {
-        status_->close();
-        delete status_;
-    }
-    lsvPack_->show();
 }
 
 void frmMain::UnloadAudioFiles() {
@@ -113,6 +117,10 @@ void frmMain::UnloadAudioFiles() {
         QCoreApplication::processEvents();
     }
     table.AnnouncementCount = 0;
+    closeStatusWindow();
+}
+
+void frmMain::closeStatusWindow() {
     if (status_) {
         status_->close();
         delete status_;

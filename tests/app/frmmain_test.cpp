@@ -295,6 +295,11 @@ TEST(MainWindowLoad, AnEntryWithoutATildeAbortsTheLoadWithTheSubscriptError) {
     editor.main->PackageFolder = folder;
     editor.main->IndexFilePath = folder + "/Package.io";
     EXPECT_EQ(test::errorOf([&] { editor.main->LoadPackage(); }), 9);
+    // The window stays usable: the list is back and the status window gone.
+    EXPECT_FALSE(editor.main->lsvPack()->isHidden());
+    EXPECT_EQ(editor.main->statusWindow(), nullptr);
+    EXPECT_TRUE(editor.main->prgStatus()->isHidden());
+    EXPECT_TRUE(editor.main->Panel(2)->isHidden());
 }
 
 TEST(MainWindowEdit, MovingTheFirstRowUpOrTheLastRowDownDoesNothing) {
