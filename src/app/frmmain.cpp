@@ -285,7 +285,7 @@ bool frmMain::FormLoad() {
 
     if (ShowSplash) {
         frmSplash splash(language_, this);
-        splash.exec();
+        splash.ShowModal();
     }
     resize(size().expandedTo(sizeHint()));
     minHeight_ = height();

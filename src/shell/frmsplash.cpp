@@ -6,6 +6,7 @@
 #include "shell/productinfo.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QPixmap>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -56,6 +57,18 @@ frmSplash::frmSplash(const Language& language, QWidget* parent)
     lblVersion_->setText(ProgramVersionLine());
     connect(timer_, &QTimer::timeout, this, &QDialog::accept);
     connect(lblClick_, &ClickLabel::clicked, this, &QDialog::accept);
+}
+
+void frmSplash::ShowModal() {
+    // Not exec(): showing a splash window before the application's loop runs processes events,
+    // so the window may already be closed when show() returns, and exec() would then wait for
+    // a close that never comes.
+    QEventLoop loop;
+    connect(this, &QDialog::finished, &loop, &QEventLoop::quit);
+    setWindowModality(Qt::ApplicationModal);
+    show();
+    if (isVisible())
+        loop.exec(QEventLoop::DialogExec);
 }
 
 void frmSplash::showEvent(QShowEvent* event) {

@@ -17,6 +17,10 @@ class frmSplash : public QDialog {
 public:
     explicit frmSplash(const Language& language, QWidget* parent = nullptr);
 
+    // Shows the splash modally and returns when it has closed, also when it closed while it
+    // was being shown.
+    void ShowModal();
+
     // Puts a window into the topmost band or takes it out, without moving or sizing it.
     static void FormOnTop(QWidget* window, bool onTop);
 

@@ -3,6 +3,8 @@
 #include "app/tavikapplication.h"
 #include "log/frmdebug.h"
 #include "package/clszeldb.h"
+#include "shell/frmsplash.h"
+#include "support/dialogtesting.h"
 #include "support/editorfixture.h"
 #include "support/errorcatcher.h"
 #include "support/errorof.h"
@@ -78,11 +80,9 @@ TEST(MainWindowStartUp, TheSplashWindowShowsAndStartUpGoesOnWhenItCloses) {
     EditorFixture editor;
     editor.main->ShowSplash = true;
     bool splashSeen = false;
-    QTimer::singleShot(50, [&] {
-        QWidget* splash = QApplication::activeModalWidget();
-        splashSeen = splash && splash->objectName() == QStringLiteral("frmSplash");
-        if (splash)
-            splash->close();
+    test::whenShown<frmSplash>([&](frmSplash& splash) {
+        splashSeen = true;
+        splash.close();
     });
     EXPECT_TRUE(editor.main->FormLoad());
     EXPECT_TRUE(splashSeen);

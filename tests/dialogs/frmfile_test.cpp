@@ -5,9 +5,9 @@
 #include "dialogs/frmfile.h"
 #include "dialogs/packagecommands.h"
 #include "settings/windowtexts.h"
+#include "support/dialogtesting.h"
 #include "support/editorfixture.h"
 #include "support/tempdir.h"
-#include "tests/dialogs/dialogtesting.h"
 #include "util/conversions.h"
 #include "util/zelcmd.h"
 

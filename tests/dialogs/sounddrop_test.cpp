@@ -1,8 +1,8 @@
 #include "app/frmmain.h"
 #include "dialogs/frmfile.h"
 #include "dialogs/sounddrop.h"
+#include "support/dialogtesting.h"
 #include "support/editorfixture.h"
-#include "tests/dialogs/dialogtesting.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
 

@@ -82,7 +82,8 @@ TEST(frmSplash, ClosesWhenItsTimerRunsOut) {
     Installation install;
     frmSplash splash(install.language);
     EXPECT_FALSE(splash.Timer1()->isActive());
-    splash.Timer1()->setInterval(10);
+    // Long enough to still run after show(), which processes events for a splash window.
+    splash.Timer1()->setInterval(500);
     splash.show();
     EXPECT_TRUE(splash.Timer1()->isActive());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !splash.isVisible(); }, 5000));
@@ -96,6 +97,18 @@ TEST(frmSplash, AClickOnTheLabelClosesItAtOnce) {
     QTest::mouseClick(splash.lblClick(), Qt::LeftButton);
     EXPECT_FALSE(splash.isVisible());
     EXPECT_EQ(splash.result(), QDialog::Accepted);
+}
+
+TEST(frmSplash, ShownModallyItReturnsAlsoWhenItClosesWhileBeingShown) {
+    Installation install;
+    frmSplash splash(install.language);
+    // Before the application's loop runs, showing a splash processes events: a timer due at
+    // once closes it inside show().
+    splash.Timer1()->setInterval(0);
+    splash.ShowModal();
+    EXPECT_FALSE(splash.isVisible());
+    EXPECT_EQ(splash.result(), QDialog::Accepted);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST(frmAbout, ShowsTheInformationTextAndLabelsItself) {
