@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QLabel>
 #include <QProgressBar>
+#include <QScopeGuard>
 
 // Loading the current package into the list and the table, closing its sounds, and writing
 // the list back into the package index.
@@ -41,14 +42,11 @@ void frmMain::LoadPackage() {
     lsvPack_->hide();
     // A load aborted by a runtime error still leaves a window the user can work with: the
     // list as far as it was filled, the ready panels, no status window.
-    struct Restore {
-        frmMain* window;
-        ~Restore() {
-            window->showReadyState();
-            window->closeStatusWindow();
-            window->lsvPack_->show();
-        }
-    } restore{this};
+    const auto restore = qScopeGuard([this] {
+        showReadyState();
+        closeStatusWindow();
+        lsvPack_->show();
+    });
     const std::int16_t count = CInt(PackageIndex.GetSetting(
         QStringLiteral("INDEX"), QStringLiteral("Count"), QStringLiteral("0")));
     if (count != 0) {
