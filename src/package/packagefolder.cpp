@@ -24,15 +24,16 @@ QString FormatKey(std::int32_t number) {
     return padding + QString::number(number);
 }
 
-namespace {
-
-bool isSafeKey(const QString& key) {
-    return !key.contains(u'/') && !key.contains(u'\\') && !key.contains(u"..") &&
-           !key.contains(u'*') && !key.contains(u'?') && !key.contains(QChar(0));
+bool IsAnnouncementKey(const QString& key) {
+    if (key.isEmpty())
+        return false;
+    return std::all_of(key.begin(), key.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+namespace {
+
 QString firstFileForKey(const QString& packageFolder, const QString& key) {
-    if (!isSafeKey(key))
+    if (!IsAnnouncementKey(key))
         return {};
     return DirFirst(NativePath(packageFolder), key + QStringLiteral("*"));
 }
@@ -68,7 +69,7 @@ PackageFileList::PackageFileList(QString packageFolder)
     : folder_(std::move(packageFolder)), names_(ListFiles(NativePath(folder_))) {}
 
 QString PackageFileList::GetFileName(const QString& key) const {
-    if (!isSafeKey(key))
+    if (!IsAnnouncementKey(key))
         return {};
     // Names are sorted without regard to case, so those that begin with the key form one run.
     auto it =

@@ -19,12 +19,16 @@ QString DataFolder();
 // A number as an announcement key: at least four digits, zero-padded on the left.
 QString FormatKey(std::int32_t number);
 
+// Whether a key read from a package can name a sound file: one or more of the digits 0-9.
+// Anything else (an empty key, a path, a wildcard, a fixed file's name) names no file.
+bool IsAnnouncementKey(const QString& key);
+
 // The lowest key, counting from 0, that names no file in the package folder.
 QString NextFreeKey(const QString& packageFolder);
 
 // The full path of the first file in the package folder whose name begins with `key`, or
-// "" when there is none. A key holding a path separator, ".." or a wildcard finds nothing:
-// nothing read from a package may lead outside its folder.
+// "" when there is none. A key that is not a number finds nothing: nothing read from a
+// package may lead outside its folder or to another announcement's sound.
 QString GetFileName(const QString& packageFolder, const QString& key);
 
 // A package folder's file names, listed once, so that finding the files of many keys costs
