@@ -1,6 +1,7 @@
 #include "app/fadeineffect.h"
 
 #include "audio/modmci.h"
+#include "util/windowplacement.h"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -42,7 +43,18 @@ private:
     QList<QRect> frames_;
 };
 
+ZoomObserver& zoomObserver() {
+    static ZoomObserver observer;
+    return observer;
+}
+
 } // namespace
+
+ZoomObserver SetZoomObserver(ZoomObserver observer) {
+    ZoomObserver previous = std::move(zoomObserver());
+    zoomObserver() = std::move(observer);
+    return previous;
+}
 
 void Delay(int ms) {
     WaitMilliseconds(ms);
@@ -72,11 +84,13 @@ QRect ScreenRect(const QWidget* widget) {
     if (!widget)
         return {};
     if (widget->isWindow())
-        return widget->frameGeometry();
+        return ExpectedFrame(widget);
     return QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
 }
 
 void RunZoomEffect(const QRect& from, const QRect& to, int steps) {
+    if (zoomObserver())
+        zoomObserver()(from, to);
     const QScreen* screen = QGuiApplication::screenAt(from.center());
     if (!screen)
         screen = QGuiApplication::primaryScreen();

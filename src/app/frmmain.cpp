@@ -22,13 +22,16 @@
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
+#include "util/windowplacement.h"
 #include "util/zelcmd.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLockFile>
 #include <QMenu>
@@ -69,6 +72,10 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     : QMainWindow(parent), language_(language), mci_(mci), eventLog_(eventLog) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QString::fromUtf16(kProductName));
+    // Every window of the program shows it, the ones without an owner too.
+    const QIcon icon(ProgramIconFile());
+    QApplication::setWindowIcon(icon);
+    setWindowIcon(icon);
     buildControls();
     buildMenus();
     buildStatusBar();
@@ -97,7 +104,7 @@ void frmMain::buildControls() {
     lsvPack_->AddColumn(QStringLiteral("Format"), kFormatColumn);
     lsvPack_->AddColumn(QStringLiteral("Spielzeit"), kLengthColumn);
     // Room for all four columns at their designed widths.
-    lsvPack_->setMinimumSize(620, 300);
+    lsvPack_->setMinimumSize(kListWidth, 300);
     connect(lsvPack_, &QTreeWidget::itemDoubleClicked, this, [this] { lsvPack_DblClick(); });
 
     cmdNew_ = makeButton("cmdNew", QStringLiteral("&Neu"), central);
@@ -418,21 +425,6 @@ void frmMain::SortByColumn(int column) {
                                                                    : lvw::Ascending);
 }
 
-void frmMain::cmdExpand_Click() {
-    cmdExpand_->setEnabled(false);
-    FadeInEffect(cmdExpand_, picExpand_, 20);
-    picExpand_->show();
-    // The panel's package commands work only when a package is open.
-    EnableServicButtons(cmdSave_->isEnabled());
-}
-
-void frmMain::cmdUnexpand_Click() {
-    picExpand_->hide();
-    FadeInEffect(picExpand_, cmdExpand_, 20);
-    cmdExpand_->setEnabled(true);
-    EnableServicButtons(true);
-}
-
 void frmMain::cmdCompress_Click() {
     const QString packer = PackerPath();
     if (QFileInfo(packer).isFile())
@@ -449,6 +441,9 @@ QString frmMain::PackerPath() {
 
 void frmMain::cmdDebug_Click() {
     frmDebug* viewer = eventLog_.viewer();
+    // The viewer has no owner of its own; it opens over the window that asks for it.
+    if (!viewer->isVisible())
+        PlaceOnOwner(viewer, this);
     viewer->show();
     viewer->raise();
 }

@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QRect>
 #include <cstdint>
 #include <memory>
 
@@ -17,6 +18,9 @@ class QTimer;
 class QWidget;
 
 namespace tavik {
+
+// The list's width with all four columns at their designed widths.
+inline constexpr int kListWidth = 620;
 
 class EventLog;
 class Language;
@@ -156,6 +160,12 @@ private:
     void showReadyState();
     void closeStatusWindow();
     void onServiceEditorClosed();
+    // Makes the window wide enough for the extended panel beside the full list, as far as the
+    // screen allows; where it does not, the list gives way. Puts the hidden panel where it
+    // will appear.
+    void makeRoomForPanel();
+    // Gives back what makeRoomForPanel took, unless the user has moved or sized the window.
+    void giveBackPanelRoom();
 
     Language& language_;
     modMCI& mci_;
@@ -202,6 +212,9 @@ private:
     QPointer<QWidget> serviceEditor_;
     int minHeight_ = 0;
     int minWidth_ = 0;
+    QRect frameBeforePanel_; // empty when the panel did not change the window
+    QSize sizeBeforePanel_;
+    QSize sizeWithPanel_;
 };
 
 } // namespace tavik

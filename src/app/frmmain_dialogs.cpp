@@ -15,6 +15,7 @@
 #include "util/conversions.h"
 #include "util/fileops.h"
 #include "util/reportlist.h"
+#include "util/windowplacement.h"
 #include "util/zelcmd.h"
 
 #include <QDir>
@@ -106,9 +107,6 @@ void frmMain::onServiceEditorClosed() {
 void frmMain::cmdDelete_Click() {
     frmOptions options(
         language_, [this](bool useFormat) { SetUseFormat(useFormat); }, this);
-    // Where the dialog will open, so that the zoom trail ends there.
-    options.adjustSize();
-    options.move(geometry().center() - options.rect().center());
     FadeInEffect(cmdDelete_, &options, 20);
     options.exec();
 }

@@ -1,4 +1,5 @@
 #include "frmstatus.h"
+#include "util/windowplacement.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -23,6 +24,8 @@ frmStatus::frmStatus(QWidget* owner)
 void frmStatus::ShowStatus(const QString& statusLine) {
     lblStatus_->setText(statusLine);
     lblFile_->clear();
+    if (!isVisible())
+        PlaceOnOwner(this, parentWidget());
     show();
     repaint();
 }

@@ -3,6 +3,7 @@ list(APPEND TAVIK_UI_SOURCES
     app/frmmain.cpp
     app/frmmain_dialogs.cpp
     app/frmmain_package.cpp
+    app/frmmain_panel.cpp
     app/frmstatus.cpp
     app/tavikapplication.cpp
 )

@@ -16,6 +16,7 @@
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 #include "util/tickcount.h"
+#include "util/windowplacement.h"
 #include "util/zelcmd.h"
 
 #include <QComboBox>
@@ -70,6 +71,7 @@ frmFile::frmFile(frmMain& main) : QDialog(&main), main_(main) {
             [this] { RunHandler([this] { cboFormat_Click(); }); });
     cboFormat_->setCurrentIndex(1);
     setWindowIcon(main_.windowIcon());
+    PlaceOnOwner(this, &main_);
 }
 
 frmFile::~frmFile() = default;

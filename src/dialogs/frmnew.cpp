@@ -12,6 +12,7 @@
 #include "util/fileops.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
+#include "util/windowplacement.h"
 #include "util/zelcmd.h"
 
 #include <QGridLayout>
@@ -75,6 +76,7 @@ frmNew::frmNew(frmMain& main)
                 [this, handler] { RunHandler([this, handler] { (this->*handler)(); }); });
 
     FormLoad();
+    PlaceOnOwner(this, &main_);
 }
 
 void frmNew::buildControls() {

@@ -10,6 +10,7 @@
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/filedialog.h"
+#include "util/windowplacement.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -87,6 +88,7 @@ frmOpen::frmOpen(frmMain& main)
     connect(cmdSearch_, &QPushButton::clicked, this,
             [this] { RunHandler([this] { cmdSearch_Click(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+    PlaceOnOwner(this, &main_);
 }
 
 frmOpen::~frmOpen() = default;

@@ -10,6 +10,7 @@
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
 #include "util/wincolor.h"
+#include "util/windowplacement.h"
 
 #include <QCheckBox>
 #include <QEvent>
@@ -74,6 +75,7 @@ frmSetting::frmSetting(frmMain& main)
     txtTitle_->installEventFilter(this);
 
     FormLoad();
+    PlaceOnOwner(this, &main_);
 }
 
 void frmSetting::buildControls() {

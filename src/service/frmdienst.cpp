@@ -8,6 +8,7 @@
 #include "settings/language.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
+#include "util/windowplacement.h"
 #include "util/zelcmd.h"
 
 #include <QAction>
@@ -68,6 +69,7 @@ frmDienst::frmDienst(frmMain& main) : QMainWindow(&main, Qt::Window), main_(main
     resize(640, 420);
     connectHandlers();
     FormLoad();
+    PlaceOnOwner(this, &main_);
 }
 
 frmDienst::~frmDienst() = default;

@@ -7,6 +7,7 @@
 #include "util/conversions.h"
 #include "util/fileops.h"
 #include "util/msgbox.h"
+#include "util/windowplacement.h"
 
 #include <QCloseEvent>
 #include <QEventLoop>
@@ -182,12 +183,8 @@ void frmLanguage::refreshFileList() {
 }
 
 void frmLanguage::centreOnScreen() {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    const QRect area = screen->geometry();
-    move(area.left() + area.width() / 2 - width() / 2,
-         area.top() + area.height() / 2 - height() / 2);
+    // At start-up the main window is not shown yet: then the screen is the owner.
+    PlaceOnOwner(this, parentWidget());
 }
 
 QString frmLanguage::selectedFilePath() const {

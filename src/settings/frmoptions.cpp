@@ -8,6 +8,7 @@
 #include "util/conversions.h"
 #include "util/msgbox.h"
 #include "util/runtimeerror.h"
+#include "util/windowplacement.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -93,6 +94,7 @@ frmOptions::frmOptions(const Language& language, std::function<void(bool)> setUs
 
     connect(cmdOK_, &QPushButton::clicked, this, &frmOptions::cmdOK_Click);
     connect(cmdCancel_, &QPushButton::clicked, this, &frmOptions::cmdCancel_Click);
+    PlaceOnOwner(this, parent);
 }
 
 void frmOptions::cmdOK_Click() {

@@ -6,6 +6,7 @@
 #include "shell/frmsplash.h"
 #include "shell/productinfo.h"
 #include "util/cp1252.h"
+#include "util/windowplacement.h"
 
 #include <QDesktopServices>
 #include <QFile>
@@ -69,6 +70,7 @@ frmAbout::frmAbout(const Language& language, QWidget* parent)
             [readme] { QDesktopServices::openUrl(QUrl::fromLocalFile(readme)); });
     connect(lblURL_, &ClickLabel::clicked, this,
             [] { QDesktopServices::openUrl(QUrl(MailLink(QString::fromUtf16(kAuthorMail)))); });
+    PlaceOnOwner(this, parent);
 }
 
 } // namespace tavik

@@ -4,6 +4,7 @@
 #include "settings/language.h"
 #include "shell/clicklabel.h"
 #include "shell/productinfo.h"
+#include "util/windowplacement.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -66,6 +67,7 @@ void frmSplash::ShowModal() {
     QEventLoop loop;
     connect(this, &QDialog::finished, &loop, &QEventLoop::quit);
     setWindowModality(Qt::ApplicationModal);
+    PlaceOnScreen(this, parentWidget());
     show();
     if (isVisible())
         loop.exec(QEventLoop::DialogExec);

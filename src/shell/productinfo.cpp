@@ -1,5 +1,7 @@
 #include "productinfo.h"
 
+#include "util/apppath.h"
+
 namespace tavik {
 
 QString VersionLine(int major, int minor, int revision) {
@@ -12,6 +14,10 @@ QString ProgramVersionLine() {
 
 std::int16_t PictureFileNumber(const QString& productName) {
     return productName == QString::fromUtf16(kProductName) ? 3 : 2;
+}
+
+QString ProgramIconFile() {
+    return NativePath(AppPath() + QStringLiteral("\\..\\res\\img\\icon.png"));
 }
 
 QString MailLink(const QString& address) {

@@ -21,6 +21,9 @@ QString ProgramVersionLine();
 // product of the family.
 std::int16_t PictureFileNumber(const QString& productName);
 
+// The program's window icon, delivered with the pictures in the installation's res folder.
+QString ProgramIconFile();
+
 // "mailto:" & address & "?Subject=Tavik".
 QString MailLink(const QString& address);
 
