@@ -72,10 +72,6 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     : QMainWindow(parent), language_(language), mci_(mci), eventLog_(eventLog) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QString::fromUtf16(kProductName));
-    // Every window of the program shows it, the ones without an owner too.
-    const QIcon icon(ProgramIconFile());
-    QApplication::setWindowIcon(icon);
-    setWindowIcon(icon);
     buildControls();
     buildMenus();
     buildStatusBar();
@@ -270,6 +266,10 @@ void frmMain::SetUseFormat(bool useFormat) {
 }
 
 bool frmMain::FormLoad() {
+    // Every window of the program shows it, the ones without an owner too.
+    const QIcon icon(ProgramIconFile());
+    QApplication::setWindowIcon(icon);
+    setWindowIcon(icon);
     if (!chooseLanguage())
         return false;
     ApplyLanguage(this, objectName(), language_.LanguageFile);

@@ -198,3 +198,17 @@ TEST(ZoomTrail, EndsWhereTheServiceEditorAppears) {
     EXPECT_EQ(targets.first(), editor->frameGeometry());
     editor->close();
 }
+
+TEST(ProgramPictures, TheWindowsCarryTheProgramIconAndTheAboutWindowThePicture) {
+    ScreenFixture f;
+    f.start();
+    EXPECT_FALSE(f.main->windowIcon().pixmap(32, 32).isNull());
+    frmAbout about(f.language, f.main.get());
+    EXPECT_FALSE(about.windowIcon().pixmap(32, 32).isNull());
+    EXPECT_FALSE(f.log.viewer()->windowIcon().pixmap(32, 32).isNull());
+    // The delivered picture, not a stand-in.
+    const QPixmap picture = about.picture()->pixmap();
+    const QImage delivered(QStringLiteral(TAVIK_CHECKOUT "/res/img/editor.png"));
+    ASSERT_FALSE(delivered.isNull());
+    EXPECT_EQ(picture.size(), delivered.size());
+}

@@ -1,12 +1,15 @@
 // Starts the editor's main window on a real X server (run under xvfb-run), loads the demo
 // package and saves a picture of the window as artifacts/mainwindow.png in the build's
-// source checkout. Fails when the window cannot be shown or the picture is blank.
+// source checkout, and pictures of the splash and about windows beside it. Fails when a
+// window cannot be shown or a picture is blank.
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
 #include "audio/emulatorbackend.h"
 #include "audio/modmci.h"
 #include "log/eventlog.h"
 #include "settings/language.h"
+#include "shell/frmabout.h"
+#include "shell/frmsplash.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 
@@ -38,6 +41,20 @@ bool copyFolder(const QString& from, const QString& to) {
 int fail(const char* why) {
     std::fprintf(stderr, "screenshot: %s\n", why);
     return 1;
+}
+
+// Shows `window`, saves a picture of it as `name` in `folder`; false when it stays blank.
+bool saveWindow(QWidget& window, const QString& folder, const char* name) {
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        return false;
+    QTest::qWait(200);
+    const QImage image = window.grab().toImage();
+    const QString path = folder + QStringLiteral("/") + QString::fromLatin1(name);
+    if (image.isNull() || image.width() < 100 || !image.save(path))
+        return false;
+    std::printf("screenshot: %s (%dx%d)\n", qPrintable(path), image.width(), image.height());
+    return true;
 }
 
 } // namespace
@@ -96,5 +113,13 @@ int main(int argc, char** argv) {
     if (!image.save(path))
         return fail("cannot save the picture");
     std::printf("screenshot: %s (%dx%d)\n", qPrintable(path), image.width(), image.height());
+
+    frmAbout about(language, &window);
+    if (!saveWindow(about, artifacts, "about.png"))
+        return fail("the about window was never shown");
+    about.close();
+    frmSplash splash(language, &window);
+    if (!saveWindow(splash, artifacts, "splash.png"))
+        return fail("the splash window was never shown");
     return 0;
 }
