@@ -15,7 +15,6 @@
 #include "util/conversions.h"
 #include "util/fileops.h"
 #include "util/reportlist.h"
-#include "util/windowplacement.h"
 #include "util/zelcmd.h"
 
 #include <QDir>

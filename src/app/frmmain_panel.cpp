@@ -47,8 +47,9 @@ void frmMain::makeRoomForPanel() {
     // From here on the layout shrinks the list rather than laying the panel over it.
     lsvPack_->setMinimumWidth(kListGivingWay);
 
-    const bool sized = windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
-    if (grow > 0 && !sized) {
+    // A maximised window keeps its size; the list gives way there.
+    const bool maximised = windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (grow > 0 && !maximised) {
         const QRect frame = frameGeometry();
         QRect wanted(frame.topLeft(), QSize(frame.width() + grow, frame.height()));
         if (const QScreen* own = screen()) {
