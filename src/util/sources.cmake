@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/cp1252.cpp
     util/fileops.cpp
     util/modrandom.cpp
+    util/numberinput.cpp
     util/runtimeerror.cpp
     util/tickcount.cpp
     util/variant.cpp
@@ -18,6 +19,7 @@ list(APPEND TAVIK_UI_SOURCES
     util/listrows.cpp
     util/modlistview.cpp
     util/msgbox.cpp
+    util/numbervalidator.cpp
     util/reportlist.cpp
     util/wincolor.cpp
     util/zelcmd.cpp
