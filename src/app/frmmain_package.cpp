@@ -79,7 +79,11 @@ void frmMain::LoadPackage() {
         lsvPack_->SetColumnWidth(2, i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar
                                                                  : kTitleColumn);
         if (!entry.Title.isEmpty()) {
-            ReportListItem* row = lsvPack_->AddItem(entry.Key);
+            // Added at the end and placed by the sort column once it is filled: what the list
+            // shows after a reload is then the saved order, sorted over whole rows.
+            ReportListItem* row = lsvPack_->AddItem(entry.Key, {}, lsvPack_->Count() + 1);
+            // Also when the load is aborted half-way through the row.
+            const auto place = qScopeGuard([this, row] { lsvPack_->PlaceSorted(row); });
             row->SetSubItems(1, entry.Title);
             row->SetTag(files.GetFileName(entry.Key));
             row->SetSubItems(2, GetExtension(row->Tag()));

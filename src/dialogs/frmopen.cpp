@@ -125,7 +125,7 @@ void frmOpen::lstFile_Click() {
     lblAutor_->setText(CStr(main_.PackageIndex.GetSetting(
         QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author), QString())));
     LoadPic(packageFile(folder, kPictureFileName));
-    QString comment = ReadPackageText(packageFile(folder, kCommentFileName));
+    QString comment = ReadPackageDescription(packageFile(folder, kCommentFileName));
     // A text box ends its text at the first NUL character.
     const qsizetype nul = comment.indexOf(QChar(0));
     if (nul >= 0)

@@ -7,6 +7,8 @@
 #include "settings/applylanguage.h"
 #include "settings/language.h"
 #include "util/conversions.h"
+#include "util/numberinput.h"
+#include "util/numbervalidator.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
 #include "util/wincolor.h"
@@ -66,6 +68,7 @@ frmSetting::frmSetting(frmMain& main)
 
     connect(chkPlace_, &QCheckBox::toggled, this,
             [this] { RunHandler([this] { chkPlace_Click(); }); });
+    connect(txtPlace_, &QLineEdit::textChanged, this, [this] { enableOK(); });
     connect(vscPlace_, &QScrollBar::valueChanged, this,
             [this] { RunHandler([this] { vscPlace_Change(); }); });
     connect(timer1_, &QTimer::timeout, this, [this] { RunHandler([this] { Timer1_Timer(); }); });
@@ -84,6 +87,8 @@ void frmSetting::buildControls() {
     vscPlace_->setRange(0, kPlaceMaximum);
     vscPlace_->setSingleStep(1);
     vscPlace_->setPageStep(kPlacePageStep);
+    // The place is read by the 32-bit conversion on OK: the box takes nothing it would refuse.
+    txtPlace_->setValidator(new WholeNumberValidator(0, kLongMax, txtPlace_));
     txtPlace_->setMaximumWidth(txtPlace_->fontMetrics().horizontalAdvance(QStringLiteral("0000")) +
                                16);
 
@@ -181,6 +186,15 @@ void frmSetting::chkPlace_Click() {
     const bool on = chkPlace_->isChecked();
     txtPlace_->setEnabled(on);
     vscPlace_->setEnabled(on);
+    // A ticked place needs a number: an empty box starts where the scroll bar stands.
+    if (on && txtPlace_->text().isEmpty())
+        vscPlace_Change();
+    enableOK();
+}
+
+void frmSetting::enableOK() {
+    // An emptied box would fail the conversion on OK.
+    cmdOK_->setEnabled(!chkPlace_->isChecked() || txtPlace_->hasAcceptableInput());
 }
 
 void frmSetting::vscPlace_Change() {

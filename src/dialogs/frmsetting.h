@@ -59,6 +59,8 @@ private:
     void buildControls();
     void FormLoad();
     void selectTitle();
+    // OK is offered only while a ticked place holds a number.
+    void enableOK();
     // The record of the selected entry, as an index into the main window's table.
     qsizetype selectedRecord() const;
 

@@ -18,4 +18,14 @@ QString ReadPackageText(const QString& path, qint64 maxBytes) {
     return fromCp1252(file.read(maxBytes));
 }
 
+QString ReadPackageDescription(const QString& path) {
+    try {
+        return ReadPackageText(path);
+    } catch (const RuntimeError& error) {
+        if (error.number() != rt::FileNotFound)
+            throw;
+    }
+    return {};
+}
+
 } // namespace tavik

@@ -12,4 +12,9 @@ inline constexpr qint64 kMaxPackageText = 64 * 1024;
 // A missing file raises runtime error 53, one that cannot be read 75.
 QString ReadPackageText(const QString& path, qint64 maxBytes = kMaxPackageText);
 
+// A package's description for the open dialog: its comment file read as above, except that a
+// missing file is the empty description. A package made with an empty description has no
+// comment file and must still open; every other failure is the reader's error.
+QString ReadPackageDescription(const QString& path);
+
 } // namespace tavik

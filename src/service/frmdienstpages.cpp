@@ -3,6 +3,8 @@
 #include "service/frmdienst.h"
 
 #include "service/serviceeditorrules.h"
+#include "util/numberinput.h"
+#include "util/numbervalidator.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
 
@@ -26,6 +28,9 @@ namespace tavik {
 namespace {
 
 // Only the time shift of a target row is edited in place, and a positive number gets its "+".
+// The cell takes only what the 16-bit conversion on saving or playing the sentence takes, so a
+// shift that would fail there cannot be typed; an edit left empty or at a lone sign keeps the
+// shift the row had.
 class TimeShiftDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -34,7 +39,10 @@ public:
                           const QModelIndex& index) const override {
         if (index.column() != 0)
             return nullptr;
-        return QStyledItemDelegate::createEditor(parent, option, index);
+        QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+        if (auto* line = qobject_cast<QLineEdit*>(editor))
+            line->setValidator(new WholeNumberValidator(kIntegerMin, kIntegerMax, line));
+        return editor;
     }
 
     void setModelData(QWidget* editor, QAbstractItemModel* model,
@@ -44,6 +52,8 @@ public:
             QStyledItemDelegate::setModelData(editor, model, index);
             return;
         }
+        if (!line->hasAcceptableInput())
+            return;
         model->setData(index, TimeShiftAfterEdit(line->text()), Qt::EditRole);
     }
 };

@@ -169,7 +169,7 @@ std::uint32_t writeProfileString(const QString& file, const QString& section, co
             return error::None;
         text.replace(begin, length, line);
     } else if (loc.sectionFound) {
-        // A new key goes right after the section's last non-blank line, so blank lines that
+        // A new key goes right after the section's last key, so comments and blank lines that
         // separate it from the next section stay where they are.
         const QString line = keyName + u'=' + newValue + kLineEnd;
         qsizetype at = offset + loc.insertAt;

@@ -35,8 +35,8 @@ bool sameName(QStringView a, QStringView b) {
 }
 
 // A header is "[" after leading blanks and a "]" somewhere after it; the name runs to the
-// last "]" and is taken as it stands, so "[ A ]" names " A ". Text after the "]" is ignored.
-// A "[" line without "]" is no header: it is read as an ordinary line of the section it is in.
+// last "]" and loses its blanks, so "[ A ]" names "A". Text after the "]" is ignored. A "["
+// line without "]" is no header: it is read as an ordinary line of the section it is in.
 bool headerName(QStringView line, QStringView& name) {
     const QStringView body = trimBlanks(line);
     if (body.isEmpty() || body.front() != u'[')
@@ -44,8 +44,13 @@ bool headerName(QStringView line, QStringView& name) {
     const qsizetype close = body.lastIndexOf(u']');
     if (close < 1)
         return false;
-    name = body.mid(1, close - 1);
+    name = trimBlanks(body.mid(1, close - 1));
     return true;
+}
+
+// A comment is never a key, whatever it holds.
+bool isComment(QStringView body) {
+    return !body.isEmpty() && body.front() == u';';
 }
 
 } // namespace
@@ -94,7 +99,8 @@ KeyLocation findKey(QStringView text, QStringView section, QStringView key) {
         if (!inSection)
             continue;
         const QStringView body = trimBlanks(content);
-        if (body.isEmpty())
+        // Comments and blank lines after a section's last key stay with what follows them.
+        if (body.isEmpty() || isComment(body))
             continue;
         loc.insertAt = line.end;
         loc.insertAfterLineEnd = line.hasLineEnd;

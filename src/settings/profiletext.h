@@ -25,15 +25,15 @@ struct KeyLocation {
     QStringView keyName;   // as the file spells it
     bool hasValue = false; // the line has a "="
     QStringView value;     // trimmed, quotes still on
-    // For a missing key of a found section: the end of the section's last non-blank line (its
-    // header when it has no other) and whether a line end follows it there.
+    // For a missing key of a found section: the end of the section's last key line (its
+    // header when it has none) and whether a line end follows it there.
     qsizetype insertAt = -1;
     bool insertAfterLineEnd = false;
 };
 
 // Finds `key` in the first section named `section`; both names are compared trimmed and
 // without regard to case, and the first matching key wins. Lines before the first section
-// header belong to no section.
+// header belong to no section; a line whose first non-blank character is ";" is a comment.
 KeyLocation findKey(QStringView text, QStringView section, QStringView key);
 
 // The value as the system hands it out: one pair of matching quotes (' or ") around it

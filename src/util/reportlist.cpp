@@ -322,6 +322,19 @@ ReportListItem* ReportList::SelectedItem() const {
                                                                          : selected.first());
 }
 
+void ReportList::PlaceSorted(ReportListItem* item) {
+    const int from = indexOfTopLevelItem(item);
+    if (!sorted_ || from < 0)
+        return;
+    const bool selected = item->isSelected();
+    const bool current = currentItem() == item;
+    takeTopLevelItem(from);
+    insertTopLevelItem(sortedPosition(item), item);
+    if (current)
+        setCurrentItem(item, 0, QItemSelectionModel::NoUpdate);
+    item->setSelected(selected);
+}
+
 void ReportList::registerKey(ReportListItem* item, const QString& oldKey, const QString& newKey) {
     const QString oldFolded = foldKey(oldKey);
     const QString newFolded = foldKey(newKey);

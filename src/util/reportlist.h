@@ -123,6 +123,11 @@ public:
     void RemoveItem(int index);
     void ClearItems();
     ReportListItem* SelectedItem() const;
+    // Moves `item` to where the sort column puts it, after the rows that compare equal to it.
+    // A row added at the end and placed once its sub-items are filled sorts by its whole
+    // content, and rows placed in the order they were added keep that order among equals.
+    // Nothing happens while sorting is off.
+    void PlaceSorted(ReportListItem* item);
 
     // The sort column: 0 is the item text, n the n-th sub-item.
     int SortKey() const { return sortKey_; }

@@ -6,6 +6,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/fileops.cpp
     util/modrandom.cpp
     util/placement.cpp
+    util/numberinput.cpp
     util/runtimeerror.cpp
     util/tickcount.cpp
     util/variant.cpp
@@ -20,6 +21,7 @@ list(APPEND TAVIK_UI_SOURCES
     util/modlistview.cpp
     util/msgbox.cpp
     util/windowplacement.cpp
+    util/numbervalidator.cpp
     util/reportlist.cpp
     util/wincolor.cpp
     util/zelcmd.cpp

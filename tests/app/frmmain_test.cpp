@@ -14,12 +14,14 @@
 #include "util/zelcmd.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -46,6 +48,31 @@ QString setting(clsZELDB& store, const QString& key, const QString& item) {
     return CStr(store.GetSetting(key, item, QStringLiteral("<none>")));
 }
 
+// Names every status window, progress bar and status-bar panel that is shown while it
+// lives, so a test sees what a routine showed on the way and hid again.
+class ShowWatcher : public QObject {
+public:
+    explicit ShowWatcher(frmMain& main) : main_(main) { qApp->installEventFilter(this); }
+    ~ShowWatcher() override { qApp->removeEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Show) {
+            if (qobject_cast<frmStatus*>(watched))
+                seen << QStringLiteral("frmStatus");
+            else if (watched == main_.prgStatus())
+                seen << QStringLiteral("prgStatus");
+            else if (watched == main_.Panel(2))
+                seen << QStringLiteral("Panel2");
+        }
+        return false;
+    }
+
+    QStringList seen;
+
+private:
+    frmMain& main_;
+};
+
 } // namespace
 
 TEST(MainWindowStartUp, LabelsTheListAndTheStatusBarFromTheLanguageFile) {
@@ -62,6 +89,46 @@ TEST(MainWindowStartUp, LabelsTheListAndTheStatusBarFromTheLanguageFile) {
     EXPECT_FALSE(editor.main->cmdSave()->isEnabled());
     EXPECT_FALSE(editor.main->cmdPlay()->isEnabled());
     EXPECT_TRUE(editor.messages.empty());
+}
+
+TEST(MainWindowStartUp, ReadsUseFormatOneAndOpensSoundsWithTheirDeviceType) {
+    EditorFixture editor;
+    const QString settings = editor.root.file(QStringLiteral("bin/Tavik.ini"));
+    QFile file(settings);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("[SOUND]\r\nUseFormat=1\r\n");
+    file.close();
+    ASSERT_FALSE(editor.main->UseFormat());
+    ASSERT_TRUE(editor.main->FormLoad());
+    EXPECT_TRUE(editor.main->UseFormat());
+    EXPECT_TRUE(editor.mci.UseFormat);
+    const QString folder =
+        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 100}});
+    editor.recorder.clear();
+    editor.open(folder);
+    const QStringList opens = editor.recorder.commands().filter(QStringLiteral("open "));
+    ASSERT_EQ(opens.size(), 1);
+    EXPECT_TRUE(opens[0].endsWith(QStringLiteral(" type waveaudio alias 0000")))
+        << opens[0].toStdString();
+}
+
+TEST(MainWindowStartUp, WithoutUseFormatOrWithZeroSoundsOpenWithoutADeviceType) {
+    for (const QByteArray& stored : {QByteArray(), QByteArray("[SOUND]\r\nUseFormat=0\r\n")}) {
+        EditorFixture editor;
+        QFile file(editor.root.file(QStringLiteral("bin/Tavik.ini")));
+        ASSERT_TRUE(file.open(QIODevice::Append));
+        file.write(stored);
+        file.close();
+        editor.main->SetUseFormat(true);
+        ASSERT_TRUE(editor.main->FormLoad());
+        EXPECT_FALSE(editor.main->UseFormat()) << stored.toStdString();
+        editor.recorder.clear();
+        editor.open(
+            editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Gong", 100}}));
+        const QStringList opens = editor.recorder.commands().filter(QStringLiteral("open "));
+        ASSERT_EQ(opens.size(), 1);
+        EXPECT_FALSE(opens[0].contains(QStringLiteral(" type "))) << opens[0].toStdString();
+    }
 }
 
 TEST(MainWindowStartUp, ASecondInstanceIsRefusedWithText24) {
@@ -163,15 +230,41 @@ TEST(MainWindowClose, APackageFolderWithFilesIsKeptOnExit) {
 TEST(MainWindowLoad, AnEmptyPackageShowsNoStatusWindowAndNoMessageAndSetsTheStatusBar) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
-    editor.open(editor.writePackage(QStringLiteral("leer"), QStringLiteral("Leeres Paket"), {}));
+    editor.main->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(editor.main.get()));
+    const auto loadWatched = [&](const QString& folder) {
+        editor.main->PackageFolder = folder;
+        editor.main->IndexFilePath = folder + QStringLiteral("/Package.io");
+        editor.main->UnloadAudioFiles(); // shows its own status window, before the load
+        editor.main->lsvPack()->ClearItems();
+        editor.messages.clear();
+        ShowWatcher watcher(*editor.main);
+        editor.main->LoadPackage();
+        return watcher.seen;
+    };
+
+    const QStringList seen = loadWatched(
+        editor.writePackage(QStringLiteral("leer"), QStringLiteral("Leeres Paket"), {}));
+    EXPECT_TRUE(seen.isEmpty()) << seen.join(u' ').toStdString();
     EXPECT_TRUE(editor.messages.empty());
     EXPECT_EQ(editor.main->statusWindow(), nullptr);
     EXPECT_EQ(editor.main->Panel(1)->text(), editor.language.GetLangString(27));
     EXPECT_EQ(editor.main->Panel(4)->text(), QStringLiteral("Leeres Paket"));
     EXPECT_TRUE(editor.main->Panel(2)->isHidden());
+    EXPECT_FALSE(editor.main->Panel(3)->isHidden());
+    EXPECT_TRUE(editor.main->prgStatus()->isHidden());
     EXPECT_TRUE(editor.main->cmdSave()->isEnabled());
     EXPECT_TRUE(editor.main->cmdAdd()->isEnabled());
     EXPECT_EQ(editor.main->lsvPack()->Count(), 0);
+
+    // The watch does see what a load of one entry shows while it runs.
+    const QStringList seenForOne = loadWatched(editor.writePackage(
+        QStringLiteral("eins"), QStringLiteral("Ein Eintrag"), {{"0000", "Gong", 100}}));
+    EXPECT_TRUE(seenForOne.contains(QStringLiteral("frmStatus")))
+        << seenForOne.join(u' ').toStdString();
+    EXPECT_TRUE(seenForOne.contains(QStringLiteral("prgStatus")))
+        << seenForOne.join(u' ').toStdString();
+    EXPECT_EQ(editor.main->statusWindow(), nullptr);
 }
 
 TEST(MainWindowLoad, AnEntryWithAnEmptyTitleIsSkippedAndTableAndListStayInStep) {
@@ -191,14 +284,23 @@ TEST(MainWindowLoad, AnEntryWithAnEmptyTitleIsSkippedAndTableAndListStayInStep) 
 TEST(MainWindowLoad, TheTitleColumnMakesRoomForTheScrollBarFromTheEighteenthEntry) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
-    editor.open(editor.writePackage(QStringLiteral("a"), QStringLiteral("A"), numbered(17)));
-    const double narrow = editor.main->lsvPack()->ColumnWidth(2);
-    EXPECT_NEAR(narrow, 5430.6143, 15.0);
+    ReportList* list = editor.main->lsvPack();
+    // The control keeps whole pixels of 15 twips.
+    const double wide = std::round(5430.6143 / 15.0) * 15.0;
+    const double narrow = std::round(5190.2363 / 15.0) * 15.0;
+    ASSERT_NE(wide, narrow);
 
-    editor.main->lsvPack()->ClearItems();
     editor.open(editor.writePackage(QStringLiteral("b"), QStringLiteral("B"), numbered(18)));
-    EXPECT_NEAR(editor.main->lsvPack()->ColumnWidth(2), 5190.2363, 15.0);
-    EXPECT_LT(editor.main->lsvPack()->ColumnWidth(2), narrow);
+    EXPECT_EQ(list->ColumnWidth(2), narrow);
+
+    // Seventeen entries set the wide column again, whatever it was before.
+    list->ClearItems();
+    editor.open(editor.writePackage(QStringLiteral("a"), QStringLiteral("A"), numbered(17)));
+    EXPECT_EQ(list->ColumnWidth(2), wide);
+    list->ClearItems();
+    list->SetColumnWidth(2, 900);
+    editor.open(editor.writePackage(QStringLiteral("c"), QStringLiteral("C"), numbered(17)));
+    EXPECT_EQ(list->ColumnWidth(2), wide);
 }
 
 TEST(MainWindowLoad, PlayTimesShowTwoRoundedDecimalsInTheUsersNumberFormat) {
@@ -323,6 +425,12 @@ TEST(MainWindowEdit, ARowMovedToTheTopKeepsItsDataAndThePassedRowsKeepTheirs) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
     std::vector<Entry> entries = numbered(6);
+    // Every row looks different: its own colour or none, bold or not, a file or none.
+    entries[0].color = 255;
+    entries[1].lengthMs = 300;
+    entries[2].color = 0x808080;
+    entries[2].lengthMs = 500;
+    entries[3].color = 0xFF0000;
     entries[4].color = 0x00FF00;
     entries[4].lengthMs = 700;
     editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), entries));
@@ -331,6 +439,10 @@ TEST(MainWindowEdit, ARowMovedToTheTopKeepsItsDataAndThePassedRowsKeepTheirs) {
     QList<ListRowSnapshot> rows;
     for (int i = 1; i <= list->Count(); ++i)
         rows << ReadListRow(list->ListItems(i));
+    // The passed rows differ in every field the test compares.
+    ASSERT_NE(rows[0].ForeColor, rows[1].ForeColor);
+    ASSERT_NE(rows[0].Bold, rows[1].Bold);
+    ASSERT_NE(rows[1].Tag, rows[2].Tag);
     list->ListItems(5)->SetSelected(true);
     QTest::mouseClick(editor.main->cmdFUp(), Qt::LeftButton);
 
@@ -340,9 +452,17 @@ TEST(MainWindowEdit, ARowMovedToTheTopKeepsItsDataAndThePassedRowsKeepTheirs) {
     EXPECT_TRUE(moved.Bold);
     EXPECT_EQ(moved.Tag, rows[4].Tag);
     EXPECT_EQ(moved.SubItems, rows[4].SubItems);
-    for (int i = 0; i < 4; ++i)
-        EXPECT_EQ(ReadListRow(list->ListItems(i + 2)).SubItems, rows[i].SubItems) << i;
-    EXPECT_EQ(list->ListItems(6)->Text(), QStringLiteral("0005"));
+    EXPECT_TRUE(moved.Selected);
+    for (int i = 0; i < 4; ++i) {
+        const ListRowSnapshot passed = ReadListRow(list->ListItems(i + 2));
+        EXPECT_EQ(passed.Text, rows[i].Text) << i;
+        EXPECT_EQ(passed.ForeColor, rows[i].ForeColor) << i;
+        EXPECT_EQ(passed.Bold, rows[i].Bold) << i;
+        EXPECT_EQ(passed.Tag, rows[i].Tag) << i;
+        EXPECT_EQ(passed.SubItems, rows[i].SubItems) << i;
+        EXPECT_EQ(passed, rows[i]) << i;
+    }
+    EXPECT_EQ(ReadListRow(list->ListItems(6)), rows[5]);
 
     QTest::mouseClick(editor.main->cmdFDown(), Qt::LeftButton);
     EXPECT_EQ(editor.column(0), (QStringList{"0000", "0001", "0002", "0003", "0005", "0004"}));
@@ -378,11 +498,30 @@ TEST(MainWindowEdit, PlayTimesSortAsText) {
 TEST(MainWindowEdit, PlayingASoundThatCouldNotBeOpenedReturnsAtOnce) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
-    editor.open(
-        editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), {{"0000", "Fehlt", -1}}));
+    // A long sound beside it: waiting for any real sound would overrun the bound below.
+    editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
+                                    {{"0000", "Fehlt", -1}, {"0001", "Lang", 3000}}));
+    ASSERT_EQ(editor.main->table.Announcements[0].Length, 0);
+    ASSERT_TRUE(editor.backend.emulator().isOpen(QStringLiteral("0001")));
+    editor.recorder.clear();
     editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    bool playing = false;
+    QTimer probe;
+    QObject::connect(&probe, &QTimer::timeout, [&] {
+        playing = playing || editor.backend.emulator().isPlaying(QStringLiteral("0000")) ||
+                  editor.backend.emulator().isPlaying(QStringLiteral("0001"));
+    });
+    probe.start(0);
+    QElapsedTimer clock;
+    clock.start();
     QTest::mouseClick(editor.main->cmdPlay(), Qt::LeftButton);
+    EXPECT_LT(clock.elapsed(), 1000);
+    probe.stop();
+    EXPECT_FALSE(playing);
     EXPECT_TRUE(editor.main->cmdPlay()->isEnabled());
+    EXPECT_FALSE(editor.backend.emulator().isOpen(QStringLiteral("0000")));
+    for (const QString& command : editor.recorder.commands())
+        EXPECT_FALSE(command.contains(QStringLiteral("0001"))) << command.toStdString();
 }
 
 TEST(MainWindowEdit, PlayDisablesTheButtonWhileTheSoundPlaysAndRewindsAfter) {

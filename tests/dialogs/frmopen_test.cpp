@@ -143,19 +143,30 @@ TEST(frmOpenHighlight, ClickingAPackageShowsAuthorCommentAndPictureAndEnablesOK)
     EXPECT_TRUE(dialog.imgTitle()->pixmap().isNull());
 }
 
-TEST(frmOpenHighlight, AMissingCommentFileIsTheReadersErrorAndOKStaysDisabled) {
+TEST(frmOpenHighlight, APackageWithoutACommentFileIsListedShowsNoDescriptionAndOpens) {
     OpenSetup setup;
-    setup.package(QStringLiteral("A"), QStringLiteral("Erstes"), QStringLiteral("Anna"));
-    QFile::remove(setup.dataFile(QStringLiteral("A/Package.txt")));
+    setup.package(QStringLiteral("A"), QStringLiteral("Erstes"), QStringLiteral("Anna"), "Eins");
+    setup.package(QStringLiteral("B"), QStringLiteral("Ohne Text"), QStringLiteral("Bernd"));
+    QFile::remove(setup.dataFile(QStringLiteral("B/Package.txt")));
     frmOpen dialog(*setup.editor.main);
     dialog.show();
+    EXPECT_EQ(texts(dialog.lstFile()), (QStringList{"Erstes", "Ohne Text"}));
     ErrorCatcher errors;
     clickRow(dialog.lstFile(), 0);
-    ASSERT_EQ(errors.shown.size(), 1);
-    EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'53'")));
-    EXPECT_EQ(dialog.lblAutor()->text(), QStringLiteral("Anna"));
-    EXPECT_FALSE(dialog.cmdOK()->isEnabled());
-    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.txtComment()->toPlainText(), QStringLiteral("Eins"));
+    // The description shown before does not stay.
+    clickRow(dialog.lstFile(), 1);
+    EXPECT_TRUE(errors.shown.isEmpty()) << errors.shown.join(u'|').toStdString();
+    EXPECT_EQ(dialog.lblAutor()->text(), QStringLiteral("Bernd"));
+    EXPECT_EQ(dialog.txtComment()->toPlainText(), QString());
+    ASSERT_TRUE(dialog.cmdOK()->isEnabled());
+    QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(setup.editor.main->PackageChosen);
+    EXPECT_EQ(setup.editor.main->PackageFolder, dialog.packageFolders()[1]);
+    EXPECT_EQ(setup.editor.main->IndexFilePath,
+              dialog.packageFolders()[1] + QDir::separator() + QStringLiteral("Package.io"));
+    EXPECT_FALSE(QFile::exists(setup.dataFile(QStringLiteral("B/Package.txt"))));
 }
 
 TEST(frmOpenHighlight, LoadPicIgnoresAMissingOrUnreadablePicture) {
@@ -254,6 +265,22 @@ TEST(frmOpenChoice, TheOpenButtonOfTheMainWindowLoadsTheChosenPackage) {
     });
     QTest::mouseClick(setup.editor.main->cmdOpen(), Qt::LeftButton);
     EXPECT_TRUE(modal);
+    EXPECT_EQ(setup.editor.column(1), QStringList{"Gong"});
+    EXPECT_TRUE(setup.editor.main->cmdSave()->isEnabled());
+    EXPECT_TRUE(setup.editor.backend.emulator().isOpen(QStringLiteral("0000")));
+}
+
+TEST(frmOpenChoice, APackageWithoutACommentFileOpensFromTheMainWindow) {
+    OpenSetup setup;
+    setup.package(QStringLiteral("Linie1"), QStringLiteral("Linie 1"));
+    QFile::remove(setup.dataFile(QStringLiteral("Linie1/Package.txt")));
+    ErrorCatcher errors;
+    whenShown<frmOpen>([&](frmOpen& dialog) {
+        clickRow(dialog.lstFile(), 0);
+        QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+    });
+    QTest::mouseClick(setup.editor.main->cmdOpen(), Qt::LeftButton);
+    EXPECT_TRUE(errors.shown.isEmpty()) << errors.shown.join(u'|').toStdString();
     EXPECT_EQ(setup.editor.column(1), QStringList{"Gong"});
     EXPECT_TRUE(setup.editor.main->cmdSave()->isEnabled());
     EXPECT_TRUE(setup.editor.backend.emulator().isOpen(QStringLiteral("0000")));

@@ -58,6 +58,27 @@ TEST(ScanPackages, LeavesOutAnEmptyNameAndAFolderWithoutIndex) {
     EXPECT_EQ(found[0].Name, QStringLiteral("Erstes"));
 }
 
+TEST(ScanPackages, AFolderWhoseIndexDoesNotOpenIsNotListedUnderTheNameReadBefore) {
+    TempDir data;
+    makePackage(data, "A", "Erstes");
+    QDir(data.path()).mkdir("B"); // no index at all: the store keeps what it read from A
+    makePackage(data, "C", "Drittes");
+    data.write("D/Package.io", "not an index");
+    // Without its own check the scan would list B under the name the store still holds.
+    clsZELDB probe;
+    ASSERT_TRUE(probe.OpenIOFile(data.file("A/Package.io")));
+    ASSERT_FALSE(probe.OpenIOFile(data.file("B/Package.io")));
+    ASSERT_EQ(probe.GetSetting("INFO", "Name", ""), Variant::fromString("Erstes"));
+
+    clsZELDB store;
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0].Name, QStringLiteral("Erstes"));
+    EXPECT_EQ(found[0].Folder, dataFolder(data) + QDir::separator() + "A");
+    EXPECT_EQ(found[1].Name, QStringLiteral("Drittes"));
+    EXPECT_EQ(found[1].Folder, dataFolder(data) + QDir::separator() + "C");
+}
+
 TEST(ScanPackages, DeletesZeroLengthFilesAndKeepsOthers) {
     TempDir data;
     makePackage(data, "A", "Erstes");

@@ -53,6 +53,28 @@ TEST(frmDebug, AnMciErrorLineGetsRedTailGreyQuotesAndYellowErrorWords) {
     EXPECT_TRUE(v.box.isVisibleTo(&v.form));
 }
 
+TEST(frmDebug, WordsInsideQuotesTakeTheColourOfTheLaterWordPasses) {
+    const QString line = QStringLiteral("\tPLAY '0001' 'ERROR READY now'");
+    Viewer v({line});
+    v.form.Highlight();
+    const int error = line.indexOf(QStringLiteral("ERROR"));
+    const int ready = line.indexOf(QStringLiteral("READY"));
+    // The quote pass coloured the whole quoted part grey before the word passes ran.
+    EXPECT_EQ(textColor(v.box, 0, error - 1), kDarkGrey);
+    for (int c = error; c < error + 5; ++c)
+        EXPECT_EQ(textColor(v.box, 0, c), kYellow) << "column " << c;
+    EXPECT_EQ(textColor(v.box, 0, error + 5), kDarkGrey);
+    for (int c = ready; c < ready + 5; ++c)
+        EXPECT_EQ(textColor(v.box, 0, c), kBlue) << "column " << c;
+    for (int c = ready + 5; c < line.size(); ++c)
+        EXPECT_EQ(textColor(v.box, 0, c), kDarkGrey) << "column " << c;
+    const int key = line.indexOf(QStringLiteral("'0001'"));
+    for (int c = key; c < key + 6; ++c)
+        EXPECT_EQ(textColor(v.box, 0, c), kDarkGrey) << "column " << c;
+    for (int c = 1; c < 5; ++c)
+        EXPECT_EQ(textColor(v.box, 0, c), kBlue) << "column " << c;
+}
+
 TEST(frmDebug, AnExclamationMarkInsideDoubleQuotesStartsNoHighlight) {
     Viewer v({QStringLiteral("a \"!\" b")});
     v.form.Highlight();

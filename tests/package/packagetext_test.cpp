@@ -2,6 +2,7 @@
 #include "support/errorof.h"
 #include "support/tempdir.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -25,4 +26,20 @@ TEST(ReadPackageText, AHugeFileIsCut) {
     const QString path = dir.write("Package.txt", QByteArray(kMaxPackageText * 4, 'x'));
     EXPECT_EQ(ReadPackageText(path).size(), kMaxPackageText);
     EXPECT_EQ(ReadPackageText(dir.write("e.txt", "")), QString());
+}
+
+TEST(ReadPackageDescription, AMissingCommentFileIsTheEmptyDescription) {
+    TempDir dir;
+    EXPECT_EQ(ReadPackageDescription(dir.file("Package.txt")), QString());
+    EXPECT_EQ(ReadPackageDescription(dir.write("Package.txt", "Linie 1")),
+              QStringLiteral("Linie 1"));
+}
+
+TEST(ReadPackageDescription, ACommentThatCannotBeReadIsStillTheReadersError) {
+    TempDir dir;
+    const QString path = dir.write("Package.txt", "geheim");
+    QFile::setPermissions(path, QFileDevice::WriteOwner);
+    if (QFile file(path); file.open(QIODevice::ReadOnly))
+        GTEST_SKIP() << "running with rights that ignore file permissions";
+    EXPECT_EQ(errorOf([&] { ReadPackageDescription(path); }), 75);
 }

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -180,23 +181,69 @@ TEST(frmDienstSentence, ATimeShiftTypedAsTwelveShowsPlusTwelveWhileMinusThreeAnd
     EXPECT_EQ(satz.LastTarget, 2);
 }
 
-TEST(frmDienstSentence, ATimeShiftThatIsNoNumberStopsTheSaveWithTypeMismatchAndThePageStays) {
+TEST(frmDienstSentence, ATimeShiftCellTakesOnlyASigned16BitNumber) {
+    DienstHost host({{"0000", "Gong", 80}});
+    frmDienst* editor = host.openEditor();
+    press(editor, editor->cmdAdd());
+    for (int i = 0; i < 4; ++i)
+        addEntry(editor, 1);
+    typeTimeShift(editor, 1, QStringLiteral("bald"));
+    typeTimeShift(editor, 2, QStringLiteral("40000"));
+    typeTimeShift(editor, 3, QStringLiteral("--32768"));
+    typeTimeShift(editor, 4, QStringLiteral("+1 2x.5"));
+    EXPECT_EQ(columnTexts(editor->lsvTarget()), (QStringList{"0", "+4000", "-32768", "+125"}));
+    press(editor, editor->cmdSave());
+    EXPECT_TRUE(host.errors.isEmpty()) << host.errors.join(u'|').toStdString();
+    EXPECT_EQ(editor->CurrentPage(), 1);
+    const SatzRecord& satz = editor->Saetze()[0];
+    ASSERT_EQ(satz.Targets.size(), 4);
+    EXPECT_EQ(satz.Targets[0].TimeOffset, 0);
+    EXPECT_EQ(satz.Targets[1].TimeOffset, 4000);
+    EXPECT_EQ(satz.Targets[2].TimeOffset, -32768);
+    EXPECT_EQ(satz.Targets[3].TimeOffset, 125);
+}
+
+TEST(frmDienstSentence, AnEditLeftEmptyOrAtALoneSignKeepsTheShiftTheRowHad) {
     DienstHost host({{"0000", "Gong", 80}});
     frmDienst* editor = host.openEditor();
     press(editor, editor->cmdAdd());
     addEntry(editor, 1);
-    typeTimeShift(editor, 1, QStringLiteral("bald"));
-    EXPECT_EQ(columnTexts(editor->lsvTarget()), QStringList{"bald"});
+    typeTimeShift(editor, 1, QStringLiteral("-20"));
+    ReportList* list = editor->lsvTarget();
+    const auto edit = [&](const QString& typed) -> QLineEdit* {
+        list->setCurrentItem(list->ListItems(1), 0);
+        QTest::keyClick(list, Qt::Key_F2);
+        auto* box = list->viewport()->findChild<QLineEdit*>();
+        if (!box)
+            return nullptr;
+        box->selectAll();
+        QTest::keyClick(box, Qt::Key_Backspace);
+        QTest::keyClicks(box, typed);
+        return box;
+    };
+    for (const QString& typed : {QString(), QStringLiteral("-"), QStringLiteral("+")}) {
+        // Return does not take it ...
+        QPointer<QLineEdit> box = edit(typed);
+        ASSERT_NE(box, nullptr);
+        ASSERT_EQ(box->text(), typed);
+        QTest::keyClick(box, Qt::Key_Return);
+        EXPECT_EQ(list->ListItems(1)->Text(), QStringLiteral("-20")) << typed.toStdString();
+        if (box) {
+            QTest::keyClick(box, Qt::Key_Escape);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        // ... and neither does leaving the editor, which hands its text to the list.
+        box = edit(typed);
+        ASSERT_NE(box, nullptr);
+        ASSERT_EQ(box->text(), typed);
+        Q_EMIT list->itemDelegate()->commitData(box);
+        Q_EMIT list->itemDelegate()->closeEditor(box);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(list->ListItems(1)->Text(), QStringLiteral("-20")) << typed.toStdString();
+    }
     press(editor, editor->cmdSave());
-    ASSERT_EQ(host.errors.size(), 1);
-    EXPECT_TRUE(host.errors[0].contains(QStringLiteral("'13'"))) << host.errors[0].toStdString();
-    EXPECT_EQ(editor->CurrentPage(), 2);
-    EXPECT_TRUE(editor->NewSatzPending);
-
-    typeTimeShift(editor, 1, QStringLiteral("40"));
-    press(editor, editor->cmdSave());
-    EXPECT_EQ(editor->CurrentPage(), 1);
-    EXPECT_EQ(editor->Saetze()[0].Targets[0].TimeOffset, 40);
+    EXPECT_TRUE(host.errors.isEmpty()) << host.errors.join(u'|').toStdString();
+    EXPECT_EQ(editor->Saetze()[0].Targets[0].TimeOffset, -20);
 }
 
 TEST(frmDienstSentence, SavingASentenceOfHiddenNamesGivesTheEmptyText) {

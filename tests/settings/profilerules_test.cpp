@@ -71,10 +71,19 @@ TEST(ProfileRead, BlanksAndTabsAroundNamesAndValuesAreTrimmed) {
     EXPECT_EQ(read(file, "  S\t", " key "), QStringLiteral("some value"));
 }
 
-TEST(ProfileRead, BlanksInsideTheBracketsBelongToTheSectionName) {
+TEST(ProfileRead, BlanksInsideTheBracketsAreTrimmedFromTheSectionName) {
     TempDir dir;
-    const QString file = dir.write("t.ini", "[ S ]\r\na=1\r\n");
-    EXPECT_EQ(read(file, "S", "a", "no"), QStringLiteral("no"));
+    const QString file = dir.write("t.ini", "[ S ]\r\na=1\r\n[\tT \t]\r\nb=2\r\n");
+    EXPECT_EQ(read(file, "S", "a", "no"), QStringLiteral("1"));
+    EXPECT_EQ(read(file, " S ", "a", "no"), QStringLiteral("1"));
+    EXPECT_EQ(read(file, "T", "b", "no"), QStringLiteral("2"));
+    EXPECT_EQ(read(file, "S", "b", "no"), QStringLiteral("no"));
+}
+
+TEST(ProfileWrite, ASectionWrittenWithBlanksInsideItsBracketsIsFoundAndKeptAsItStands) {
+    EXPECT_EQ(afterWrite("[ S ]\r\na=1\r\n", "S", "a", "2"), QByteArray("[ S ]\r\na=2\r\n"));
+    EXPECT_EQ(afterWrite("[ S ]\r\na=1\r\n", "S", "b", "2"), QByteArray("[ S ]\r\na=1\r\nb=2\r\n"));
+    EXPECT_EQ(afterDelete("[ S ]\r\na=1\r\nb=2\r\n", "S", "a"), QByteArray("[ S ]\r\nb=2\r\n"));
 }
 
 TEST(ProfileRead, MatchingQuotesAroundTheValueAreRemoved) {
@@ -120,6 +129,23 @@ TEST(ProfileRead, LineWithoutEqualsSignGivesTheDefault) {
     const QString file = dir.write("t.ini", "[S]\r\nname3\r\nname4=val4\r\n");
     EXPECT_EQ(read(file, "S", "name3", "def"), QStringLiteral("def"));
     EXPECT_EQ(read(file, "S", "name4"), QStringLiteral("val4"));
+}
+
+TEST(ProfileRead, ALineStartingWithASemicolonIsACommentAndNeverAKey) {
+    TempDir dir;
+    const QString file =
+        dir.write("t.ini", "[S]\r\n;k=comment\r\n  \t;j=indented\r\nk=1\r\nx;y=2\r\n");
+    EXPECT_EQ(read(file, "S", ";k", "def"), QStringLiteral("def"));
+    EXPECT_EQ(read(file, "S", ";j", "def"), QStringLiteral("def"));
+    EXPECT_EQ(read(file, "S", "k", "def"), QStringLiteral("1"));
+    // Only the first non-blank character makes a comment.
+    EXPECT_EQ(read(file, "S", "x;y", "def"), QStringLiteral("2"));
+}
+
+TEST(ProfileWrite, WritingAKeyThatOnlyACommentNamesLeavesTheCommentAlone) {
+    EXPECT_EQ(afterWrite("[S]\r\n;k=old\r\n", "S", "k", "new"),
+              QByteArray("[S]\r\nk=new\r\n;k=old\r\n"));
+    EXPECT_EQ(afterDelete("[S]\r\n;k=old\r\nk=1\r\n", "S", "k"), QByteArray("[S]\r\n;k=old\r\n"));
 }
 
 TEST(ProfileRead, CommentAndBlankLinesAreSkipped) {
@@ -278,9 +304,22 @@ TEST(ProfileWrite, MissingKeyGoesAfterTheLastLineOfItsSection) {
     EXPECT_EQ(afterWrite("[A]\r\n\r\n[B]\r\n", "A", "c", "3"),
               QByteArray("[A]\r\nc=3\r\n\r\n[B]\r\n"));
     EXPECT_EQ(afterWrite("[A]\na=1\n; note\n\n[B]\n", "a", "c", "3"),
-              QByteArray("[A]\na=1\n; note\nc=3\r\n\n[B]\n"));
+              QByteArray("[A]\na=1\nc=3\r\n; note\n\n[B]\n"));
     EXPECT_EQ(afterWrite("[A]\r\na=1\r\n\r\n", "A", "c", "3"),
               QByteArray("[A]\r\na=1\r\nc=3\r\n\r\n"));
+}
+
+TEST(ProfileWrite, ANewKeyGoesBeforeTheCommentsAndBlankLinesAfterTheSectionsLastKey) {
+    EXPECT_EQ(afterWrite("[A]\r\na=1\r\n; about B\r\n\r\n;more\r\n[B]\r\nb=2\r\n", "A", "c", "3"),
+              QByteArray("[A]\r\na=1\r\nc=3\r\n; about B\r\n\r\n;more\r\n[B]\r\nb=2\r\n"));
+    // Comments between keys stay where they are.
+    EXPECT_EQ(afterWrite("[A]\r\n;first\r\na=1\r\n;last\r\n", "A", "c", "3"),
+              QByteArray("[A]\r\n;first\r\na=1\r\nc=3\r\n;last\r\n"));
+    // A section without keys takes it right after its header.
+    EXPECT_EQ(afterWrite("[A]\r\n; nothing yet\r\n[B]\r\n", "A", "c", "3"),
+              QByteArray("[A]\r\nc=3\r\n; nothing yet\r\n[B]\r\n"));
+    // A comment that ends the file without a line end stays last.
+    EXPECT_EQ(afterWrite("[A]\na=1\n;c", "A", "c", "3"), QByteArray("[A]\na=1\nc=3\r\n;c"));
 }
 
 TEST(ProfileWrite, MissingKeyAfterALastLineWithoutLineEnd) {

@@ -213,6 +213,63 @@ TEST(ReportList, AddWhileSortedInsertsInOrder) {
     EXPECT_EQ(texts(f.list), QStringList({"a", "b", "bb", "c"}));
 }
 
+TEST(ReportList, RowsFilledBeforeTheyArePlacedSortByTheirWholeContentStably) {
+    ReportList list;
+    list.AddColumn("Key");
+    list.AddColumn("Titel");
+    list.SetSortKey(1);
+    list.SetSorted(true);
+    const QStringList keys = {"0000", "0001", "0002", "0003", "0004"};
+    const QStringList titles = {"Gong", "Achtung", "Gong", "Zug", "Achtung"};
+    for (int i = 0; i < keys.size(); ++i) {
+        ReportListItem* row = list.AddItem(keys[i], {}, list.Count() + 1);
+        row->SetSubItems(1, titles[i]);
+        list.PlaceSorted(row);
+    }
+    EXPECT_EQ(texts(list), QStringList({"0001", "0004", "0000", "0002", "0003"}));
+    EXPECT_EQ(texts(list, 1), QStringList({"Achtung", "Achtung", "Gong", "Gong", "Zug"}));
+
+    // Descending keeps rows that compare equal in the order they were placed, too.
+    list.ClearItems();
+    list.SetSortOrder(lvw::Descending);
+    for (int i = 0; i < keys.size(); ++i) {
+        ReportListItem* row = list.AddItem(keys[i], {}, list.Count() + 1);
+        row->SetSubItems(1, titles[i]);
+        list.PlaceSorted(row);
+    }
+    EXPECT_EQ(texts(list), QStringList({"0003", "0000", "0002", "0001", "0004"}));
+}
+
+TEST(ReportList, PlacingARowWhileSortingIsOffLeavesItWhereItIs) {
+    ThreeRows f;
+    f.list.ListItems(1)->SetText("zzz");
+    f.list.PlaceSorted(f.list.ListItems(1));
+    EXPECT_EQ(texts(f.list), QStringList({"zzz", "b", "c"}));
+}
+
+TEST(ReportList, APlacedRowKeepsItsSelectionKeyAndData) {
+    ThreeRows f;
+    f.list.SetSorted(true);
+    ReportListItem* row = f.list.ListItems(1);
+    row->SetSubItems(1, "Titel");
+    row->SetTag("tag");
+    row->SetForeColor(255);
+    row->SetBold(true);
+    row->SetSelected(true);
+    f.list.setCurrentItem(row);
+    row->SetText("zzz");
+    f.list.PlaceSorted(row);
+    EXPECT_EQ(texts(f.list), QStringList({"b", "c", "zzz"}));
+    EXPECT_EQ(f.list.SelectedItem(), row);
+    EXPECT_EQ(f.list.currentItem(), row);
+    EXPECT_EQ(row->Index(), 3);
+    EXPECT_EQ(f.list.FindItemByKey("A"), row);
+    EXPECT_EQ(row->SubItems(1), "Titel");
+    EXPECT_EQ(row->Tag(), "tag");
+    EXPECT_EQ(row->ForeColor(), 255u);
+    EXPECT_TRUE(row->Bold());
+}
+
 TEST(ReportList, SortKeepsTheSelection) {
     ThreeRows f;
     f.list.ListItems(1)->SetSelected(true);
