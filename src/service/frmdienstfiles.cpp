@@ -5,6 +5,7 @@
 #include "app/frmstatus.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/fileops.h"
 #include "util/msgbox.h"
@@ -23,7 +24,6 @@ namespace tavik {
 namespace {
 
 constexpr int kDeleteQuestion = 12;
-constexpr int kIdRefused = 110;
 
 } // namespace
 
@@ -90,7 +90,7 @@ void frmDienst::cmdSv_Click() {
     // Only the ID is checked, and only for what would lead its file out of the package; an
     // empty ID gives the name "_._". A refused ID keeps the page open for a new one.
     if (!IsServiceId(txtID_->text())) {
-        MsgBox(this, main_.language().GetLangString(kIdRefused), MsgButtons::OK,
+        MsgBox(this, main_.language().GetLangString(LangText::ServiceIdRefused), MsgButtons::OK,
                MsgIcon::Exclamation);
         return;
     }

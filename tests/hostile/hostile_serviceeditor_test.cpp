@@ -6,6 +6,7 @@
 #include "service/dienstfixture.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
+#include "settings/langtexts.h"
 #include "util/reportlist.h"
 
 #include <QAction>
@@ -24,8 +25,6 @@ using tavik::test::treeChanges;
 using Entry = DienstHost::Entry;
 
 namespace {
-
-constexpr int kIdRefused = 110;
 
 std::vector<Entry> station() {
     return {{"0000", "Gong", 60}, {"0001", "Achtung", 60}, {"0002", "Signal", 60}};
@@ -129,7 +128,8 @@ TEST(HostileServiceEditor, AnIdThatLeadsOutOfThePackageIsRefusedAndNothingIsWrit
         EXPECT_EQ(host.errors, QStringList()) << s.fileName.toStdString();
         if (!IsServiceId(id)) {
             ASSERT_EQ(host.messages.size(), 1u) << s.fileName.toStdString();
-            EXPECT_EQ(host.messages[0].text, host.language.GetLangString(kIdRefused));
+            EXPECT_EQ(host.messages[0].text,
+                      host.language.GetLangString(LangText::ServiceIdRefused));
             EXPECT_EQ(host.messages[0].icon, MsgIcon::Exclamation);
             // The page stays open for another ID.
             EXPECT_EQ(host.editor->CurrentPage(), 0);
