@@ -9,9 +9,10 @@
 #include "log/eventlog.h"
 #include "log/frmdebug.h"
 #include "package/packagefolder.h"
+#include "service/packageannouncements.h"
 #include "settings/applylanguage.h"
 #include "settings/language.h"
-#include "settings/modini.h"
+#include "settings/useformat.h"
 #include "shell/frmabout.h"
 #include "shell/frmsplash.h"
 #include "shell/productinfo.h"
@@ -273,9 +274,9 @@ bool frmMain::FormLoad() {
     if (!chooseLanguage())
         return false;
     ApplyLanguage(this, objectName(), language_.LanguageFile);
-    SetUseFormat(CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                               QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
-                               Variant::fromBoolean(false))));
+    // A bad value is shown as any unhandled runtime error is, and the editor starts with the
+    // default.
+    SetUseFormat(ReadUseFormat([](const RuntimeError& error) { ReportRuntimeError(error); }));
 
     instanceLock_ =
         std::make_unique<QLockFile>(NativePath(AppPath() + QStringLiteral("\\Tavik.lock")));
@@ -373,7 +374,9 @@ void frmMain::cmdRemove_Click() {
         return;
     const QString key = row->Text();
     const QString file = GetFileName(key);
-    mci_.MciClose(key);
+    CloseAnnouncementSound(mci_, key);
+    // A key that is not a number has no file (""): the runtime's file-not-found error, as for
+    // any announcement whose sound is missing, and nothing is deleted.
     Kill(file);
     lsvPack_->RemoveItem(row->Index());
 }

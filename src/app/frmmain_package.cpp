@@ -115,7 +115,7 @@ void frmMain::UnloadAudioFiles() {
         status_ = new frmStatus(this);
     status_->ShowStatus(language_.GetLangString(25));
     for (qsizetype i = 0; i < table.AnnouncementCount && i < table.Announcements.size(); ++i) {
-        mci_.MciClose(table.Announcements[i].Key);
+        CloseAnnouncementSound(mci_, table.Announcements[i].Key);
         QCoreApplication::processEvents();
     }
     table.AnnouncementCount = 0;

@@ -26,7 +26,11 @@ int main(int argc, char** argv) {
 #endif
         });
     tavik::frmMain window(language, mci, eventLog);
-    if (!window.FormLoad())
+    // Start-up runs before the event loop: a runtime error there is shown by the same handler
+    // as one inside it, and the editor goes on with what was set up.
+    bool started = true;
+    tavik::RunHandler([&] { started = window.FormLoad(); });
+    if (!started)
         return 0;
     window.show();
     return app.exec();

@@ -37,9 +37,13 @@ void RunHandler(const std::function<void()>& handler) {
     try {
         handler();
     } catch (const RuntimeError& error) {
-        if (auto* app = dynamic_cast<TavikApplication*>(QCoreApplication::instance()))
-            app->reportRuntimeError(error);
+        ReportRuntimeError(error);
     }
+}
+
+void ReportRuntimeError(const RuntimeError& error) {
+    if (auto* app = dynamic_cast<TavikApplication*>(QCoreApplication::instance()))
+        app->reportRuntimeError(error);
 }
 
 } // namespace tavik

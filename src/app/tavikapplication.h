@@ -29,4 +29,8 @@ private:
 // so the error never unwinds through the toolkit's own event code.
 void RunHandler(const std::function<void()>& handler);
 
+// Shows a runtime error that was caught outside the event loop (start-up, before the loop
+// runs) through the application's one handler, so it looks as any unhandled one does.
+void ReportRuntimeError(const RuntimeError& error);
+
 } // namespace tavik

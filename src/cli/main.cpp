@@ -1,4 +1,5 @@
 #include "cli/tool.h"
+#include "util/runtimeerror.h"
 
 #include <QCoreApplication>
 #include <cstdio>
@@ -7,7 +8,14 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const int code = tavik::cli::runTool(app.arguments().mid(1), out, err);
+    const QStringList args = app.arguments().mid(1);
+    int code = 2;
+    try {
+        code = tavik::cli::runTool(args, out, err);
+    } catch (const tavik::RuntimeError& error) {
+        // A verb that does not handle an error itself still ends with one line, never a crash.
+        code = tavik::cli::failRuntime(err, args.value(1), error);
+    }
     out.flush();
     err.flush();
     return code;

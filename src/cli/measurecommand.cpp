@@ -3,7 +3,7 @@
 #include "audio/modmci.h"
 #include "audio/systembackend.h"
 #include "package/packagefolder.h"
-#include "settings/modini.h"
+#include "settings/useformat.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 
@@ -18,9 +18,7 @@ int measureCommand(const QStringList& args, QTextStream& out, QTextStream& err) 
     QStringList errorLines;
     modMCI mci(*backend, [&](const QString& line) { errorLines << line; });
     // Opened the way the editor opens sounds, with its own "UseFormat" setting.
-    mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                                  QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
-                                  Variant::fromBoolean(false)));
+    mci.UseFormat = ReadUseFormat();
     const QString alias = QStringLiteral("tavik_measure");
     int result = 0;
     for (const QString& file : args) {

@@ -6,7 +6,7 @@
 #include "package/clszeldb.h"
 #include "service/packageannouncements.h"
 #include "service/servicefile.h"
-#include "settings/modini.h"
+#include "settings/useformat.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/runtimeerror.h"
@@ -49,9 +49,8 @@ int playCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         out.flush();
     };
     modMCI mci(*backend, writeLog);
-    mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                                  QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
-                                  Variant::fromBoolean(false)));
+    // A value that is no Boolean leaves the default, as it does in the editor.
+    mci.UseFormat = ReadUseFormat();
     AnnouncementTable table;
     std::int16_t busy = 0;
     int result = 0;

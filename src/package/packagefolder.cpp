@@ -32,10 +32,23 @@ bool IsAnnouncementKey(const QString& key) {
 
 namespace {
 
+// Whether `name` is a file of `key`: it begins with the key and does not go on with another
+// digit, so the key 0001 never finds 00012.wav and 1000 never finds 10000.wav, the files of
+// other keys.
+bool isFileOfKey(const QString& name, const QString& key) {
+    if (!name.startsWith(key, Qt::CaseInsensitive))
+        return false;
+    return name.size() == key.size() || !(name[key.size()] >= u'0' && name[key.size()] <= u'9');
+}
+
 QString firstFileForKey(const QString& packageFolder, const QString& key) {
     if (!IsAnnouncementKey(key))
         return {};
-    return DirFirst(NativePath(packageFolder), key + QStringLiteral("*"));
+    for (const QString& name : ListFiles(NativePath(packageFolder))) {
+        if (isFileOfKey(name, key))
+            return name;
+    }
+    return {};
 }
 
 } // namespace
@@ -76,9 +89,8 @@ QString PackageFileList::GetFileName(const QString& key) const {
         std::lower_bound(names_.begin(), names_.end(), key, [](const QString& a, const QString& b) {
             return a.compare(b, Qt::CaseInsensitive) < 0;
         });
-    const QString pattern = key + QStringLiteral("*");
     for (; it != names_.end() && it->startsWith(key, Qt::CaseInsensitive); ++it) {
-        if (WildcardMatch(pattern, *it))
+        if (isFileOfKey(*it, key))
             return NativePath(folder_ + QStringLiteral("\\") + *it);
     }
     return {};

@@ -27,8 +27,9 @@ bool IsAnnouncementKey(const QString& key);
 QString NextFreeKey(const QString& packageFolder);
 
 // The full path of the first file in the package folder whose name begins with `key`, or
-// "" when there is none. A key that is not a number finds nothing: nothing read from a
-// package may lead outside its folder or to another announcement's sound.
+// "" when there is none. A key that is not a number finds nothing, and a name that goes on
+// with another digit belongs to a longer key: nothing read from a package may lead outside
+// its folder or to another announcement's sound.
 QString GetFileName(const QString& packageFolder, const QString& key);
 
 // A package folder's file names, listed once, so that finding the files of many keys costs

@@ -5,6 +5,7 @@
 #include "app/frmstatus.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/fileops.h"
 #include "util/msgbox.h"
@@ -66,8 +67,12 @@ void frmDienst::OpenServiceFile(const QString& path) {
         if (!self)
             return;
     }
-    if (!read.ok())
+    if (!read.ok()) {
+        // The count follows the records kept, so every row's key is found and no later
+        // command meets a slot the file never filled.
+        sentences.SatzCount = static_cast<std::int16_t>(read.sentences.size());
         throw RuntimeError(read.runtimeError);
+    }
     sentences.SatzCount = read.declaredCount;
     txtTitle_->setText(read.header.Title);
     txtAutor_->setText(read.header.Author);
@@ -82,7 +87,13 @@ void frmDienst::mnuSave_Click() {
 }
 
 void frmDienst::cmdSv_Click() {
-    // Nothing is checked: an empty ID gives the name "_._".
+    // Only the ID is checked, and only for what would lead its file out of the package; an
+    // empty ID gives the name "_._". A refused ID keeps the page open for a new one.
+    if (!IsServiceId(txtID_->text())) {
+        MsgBox(this, main_.language().GetLangString(LangText::ServiceIdRefused), MsgButtons::OK,
+               MsgIcon::Exclamation);
+        return;
+    }
     SaveToFile(ServicePath());
     cmdEsc_Click();
 }

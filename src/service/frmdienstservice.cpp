@@ -50,9 +50,9 @@ void frmDienst::LoadItemToList() {
     const ReportListItem* row = lsvDienst_->SelectedItem();
     if (!row)
         return;
-    const std::int32_t k = sentences.FindTargetByKey(row->Text());
-    if (k == -1)
-        return;
+    // A row whose sentence is not held cannot be edited: the subscript error, as for a key
+    // the search runs past.
+    const std::int32_t k = sentences.SentenceIndex(row->Text());
     CurrentSatz = static_cast<std::int16_t>(k);
     const SatzRecord& satz = Saetze()[k];
     for (std::int32_t j = 0; j <= satz.LastTarget; ++j) {
@@ -75,14 +75,14 @@ void frmDienst::LoadItemToList() {
 void frmDienst::RefreshList() {
     for (int r = 1; r <= lsvDienst_->Count(); ++r) {
         ReportListItem* row = lsvDienst_->ListItems(r);
+        // A row whose key is not found is skipped, whether the search ran past the last
+        // slot or ended without a match.
         std::int32_t i = -1;
         try {
-            i = sentences.FindTargetByKey(row->Text());
+            i = sentences.SentenceIndex(row->Text());
         } catch (const RuntimeError&) {
             continue;
         }
-        if (i < 0)
-            continue;
         // A text already shown stays, even when the sentence was saved again since.
         if (row->SubItems(1).isEmpty())
             row->SetSubItems(1, Saetze()[i].Text);
@@ -144,8 +144,7 @@ void frmDienst::cmdPlay_Click() {
     const ReportListItem* row = lsvDienst_->SelectedItem();
     if (!row)
         return;
-    const std::int32_t k = sentences.FindTargetByKey(row->Text());
-    playSentence(Saetze()[k]);
+    playSentence(Saetze()[sentences.SentenceIndex(row->Text())]);
 }
 
 void frmDienst::playSentence(const SatzRecord& satz) {

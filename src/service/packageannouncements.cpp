@@ -72,9 +72,14 @@ void LoadAnnouncementTable(clsZELDB& store, const QString& packageFolder, modMCI
         LoadAnnouncement(store, entry, files, mci, table, aliasWarningShown, hooks);
 }
 
+void CloseAnnouncementSound(modMCI& mci, const QString& key) {
+    if (IsAnnouncementKey(key))
+        mci.MciClose(key);
+}
+
 void UnloadAnnouncementSounds(modMCI& mci, AnnouncementTable& table) {
     for (qsizetype i = 0; i < table.AnnouncementCount && i < table.Announcements.size(); ++i)
-        mci.MciClose(table.Announcements[i].Key);
+        CloseAnnouncementSound(mci, table.Announcements[i].Key);
     table.AnnouncementCount = 0;
 }
 

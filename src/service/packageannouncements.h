@@ -37,6 +37,11 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFil
 void LoadAnnouncementTable(clsZELDB& store, const QString& packageFolder, modMCI& mci,
                            AnnouncementTable& table, const AnnouncementLoadHooks& hooks = {});
 
+// Closes the sound opened under an announcement's key. A key that is not a number never had a
+// sound opened, and as an alias it could be a device word ("all") that closes other sounds,
+// so nothing is sent for it.
+void CloseAnnouncementSound(modMCI& mci, const QString& key);
+
 // Closes the sound of every record in use and empties the table; its storage is kept.
 void UnloadAnnouncementSounds(modMCI& mci, AnnouncementTable& table);
 

@@ -4,10 +4,20 @@
 #include "util/apppath.h"
 #include "util/fileops.h"
 
+#include <algorithm>
+
 namespace tavik {
 
 QString ServiceFilePath(const QString& packageFolder, const QString& id) {
     return NativePath(packageFolder + QStringLiteral("\\_") + id + QStringLiteral("._"));
+}
+
+bool IsServiceId(const QString& id) {
+    if (id.contains(u"..") || id.contains(u'/') || id.contains(u'\\') || id.contains(u':'))
+        return false;
+    return std::none_of(id.begin(), id.end(), [](QChar c) {
+        return c.unicode() < 0x20 || c.unicode() == 0x7F || c.category() == QChar::Other_Control;
+    });
 }
 
 QString ServiceListFolder(const QString& packageFolder) {

@@ -8,6 +8,11 @@ namespace tavik {
 // Where a service is saved: package folder & "\_" & ID & "._". The ID is used as typed.
 QString ServiceFilePath(const QString& packageFolder, const QString& id);
 
+// Whether an ID keeps its service file inside the package folder: it holds no "/", "\\",
+// "..", ":" and no control character (NUL included). An empty ID is allowed ("_._"). The
+// ID travels inside service files, so a shared file must not pick where the editor writes.
+bool IsServiceId(const QString& id);
+
 // The folder the list of services searches, with a trailing "\": the package folder with
 // (in the system's separators) every "\bin\..\Data\" replaced by "\Data", which undoes the doubled
 // separator the package path carries.

@@ -64,11 +64,18 @@ std::int32_t ServiceSentences::FindTargetByKey(const QString& key) const {
     return -1;
 }
 
+std::int32_t ServiceSentences::SentenceIndex(const QString& key) const {
+    const std::int32_t index = FindTargetByKey(key);
+    if (index < 0 || index >= Saetze.size())
+        throw RuntimeError(rt::SubscriptOutOfRange);
+    return index;
+}
+
 QList<SatzRecord> ServiceSentences::SentencesInOrder(const QStringList& rowKeys) const {
     QList<SatzRecord> ordered;
     ordered.reserve(rowKeys.size());
     for (const QString& key : rowKeys)
-        ordered.append(Saetze[FindTargetByKey(key)]);
+        ordered.append(Saetze[SentenceIndex(key)]);
     return ordered;
 }
 

@@ -27,6 +27,10 @@ public:
     // slot: the runtime's subscript error.
     std::int32_t FindTargetByKey(const QString& key) const;
 
+    // FindTargetByKey for a caller that goes on to use the sentence: a key it does not find
+    // (-1) is the runtime's subscript error too, so no caller ever reads before the first slot.
+    std::int32_t SentenceIndex(const QString& key) const;
+
     // The sentences of the service list rows, in row order, as the file holds them.
     QList<SatzRecord> SentencesInOrder(const QStringList& rowKeys) const;
 

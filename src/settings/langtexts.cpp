@@ -34,6 +34,7 @@ constexpr LangTextUse kTexts[] = {
     {StatusHint, 0},
     {SearchTitle, 0},
     {SearchPrompt, 0},
+    {ServiceIdRefused, 0},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

@@ -36,6 +36,7 @@ inline constexpr std::int32_t ColumnPlayTime = 32;
 inline constexpr std::int32_t StatusHint = 33;  // status bar, panel 6
 inline constexpr std::int32_t SearchTitle = 58; // service editor's search box
 inline constexpr std::int32_t SearchPrompt = 59;
+inline constexpr std::int32_t ServiceIdRefused = 110; // an ID that would leave the package
 } // namespace LangText
 
 struct LangTextUse {

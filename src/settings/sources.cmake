@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_SOURCES
     settings/modini.cpp
     settings/profilefile.cpp
     settings/profiletext.cpp
+    settings/useformat.cpp
     settings/windowtexts.cpp
 )
 list(APPEND TAVIK_UI_SOURCES

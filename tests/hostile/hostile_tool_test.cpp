@@ -1,0 +1,157 @@
+// The headless tool on hostile service files and packages, run as a user runs it: each run
+// ends with exit 0, or 2 and one line on standard error; never a crash, never a write.
+#include "hostile/hostilecorpus.h"
+#include "hostile/treesnapshot.h"
+#include "support/tempdir.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using tavik::test::HostileService;
+using tavik::test::snapshotTree;
+using tavik::test::TempDir;
+using tavik::test::treeChanges;
+
+namespace {
+
+struct ToolRun {
+    bool finished = false;
+    bool crashed = false;
+    int code = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+// An installation root with the hostile package, its surroundings and the service corpus.
+struct HostileRoot {
+    TempDir dir;
+    QString package;
+
+    HostileRoot() {
+        QDir(dir.path()).mkpath(QStringLiteral("bin"));
+        QFile::copy(QStringLiteral(TAVIK_SOURCE_DIR "/bin/Formats.ini"),
+                    dir.file(QStringLiteral("bin/Formats.ini")));
+        package = dir.file(QStringLiteral("Data/Feindlich"));
+        test::writeHostilePackage(dir.path(), package);
+        for (const HostileService& s : test::escapingServices())
+            dir.write(QStringLiteral("Data/Feindlich/") + s.fileName, s.bytes);
+        for (const HostileService& s : test::brokenServices())
+            dir.write(QStringLiteral("Data/Feindlich/") + s.fileName, s.bytes);
+        dir.write(QStringLiteral("Data/Feindlich/_30._"), test::serviceWithHostileEntries());
+        dir.write(QStringLiteral("Data/Feindlich/_31._"), test::plainService("Gut", "31"));
+    }
+
+    ToolRun tool(const QStringList& args) const {
+        QProcess p;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("TAVIK_HOME"), dir.path());
+        env.insert(QStringLiteral("TAVIK_AUDIO"), QStringLiteral("null"));
+        p.setProcessEnvironment(env);
+        p.start(QStringLiteral(TAVIK_TOOL_PATH), args);
+        ToolRun r;
+        r.finished = p.waitForFinished(60000);
+        r.crashed = p.exitStatus() != QProcess::NormalExit;
+        r.code = p.exitCode();
+        r.out = p.readAllStandardOutput();
+        r.err = p.readAllStandardError();
+        return r;
+    }
+
+    QMap<QString, QString> snapshot() const {
+        return snapshotTree(dir.path(), {QStringLiteral("bin")});
+    }
+};
+
+void expectOneLineFailure(const ToolRun& r, const QString& file) {
+    ASSERT_TRUE(r.finished);
+    EXPECT_FALSE(r.crashed) << r.err.toStdString();
+    EXPECT_EQ(r.code, 2) << r.err.toStdString();
+    EXPECT_EQ(r.err.count('\n'), 1) << r.err.toStdString();
+    EXPECT_TRUE(QString::fromLocal8Bit(r.err).contains(file)) << r.err.toStdString();
+}
+
+} // namespace
+
+TEST(HostileTool, DumpOfACutOrBrokenServiceFileEndsWithOneLineAndExitTwo) {
+    HostileRoot root;
+    const auto before = root.snapshot();
+    for (const HostileService& s : test::brokenServices()) {
+        SCOPED_TRACE(s.fileName.toStdString());
+        const QString path = root.package + u'/' + s.fileName;
+        expectOneLineFailure(root.tool({QStringLiteral("dump"), path}), path);
+    }
+    EXPECT_EQ(treeChanges(before, root.snapshot()), QString());
+}
+
+TEST(HostileTool, DumpOfAServiceWhoseIdLeadsOutsideShowsTheIdAndWritesNothing) {
+    HostileRoot root;
+    const auto before = root.snapshot();
+    for (const HostileService& s : test::escapingServices()) {
+        SCOPED_TRACE(s.fileName.toStdString());
+        const ToolRun r = root.tool({QStringLiteral("dump"), root.package + u'/' + s.fileName});
+        ASSERT_TRUE(r.finished);
+        EXPECT_FALSE(r.crashed);
+        EXPECT_EQ(r.code, 0) << r.err.toStdString();
+        EXPECT_TRUE(r.err.isEmpty()) << r.err.toStdString();
+    }
+    EXPECT_EQ(treeChanges(before, root.snapshot()), QString());
+}
+
+TEST(HostileTool, PlayOfACutOrBrokenServiceEndsWithOneLineAndExitTwo) {
+    HostileRoot root;
+    const auto before = root.snapshot();
+    for (const HostileService& s : test::brokenServices()) {
+        SCOPED_TRACE(s.fileName.toStdString());
+        const QString path = root.package + u'/' + s.fileName;
+        expectOneLineFailure(root.tool({QStringLiteral("play"), root.package, path}), path);
+    }
+    EXPECT_EQ(treeChanges(before, root.snapshot()), QString());
+}
+
+TEST(HostileTool, PlayOverKeysThatAreNoNumbersPlaysOnlyThePackagesOwnSounds) {
+    HostileRoot root;
+    const auto before = root.snapshot();
+    const ToolRun good =
+        root.tool({QStringLiteral("play"), root.package, root.package + QStringLiteral("/_31._")});
+    ASSERT_TRUE(good.finished);
+    EXPECT_FALSE(good.crashed);
+    EXPECT_EQ(good.code, 0) << good.err.toStdString();
+    EXPECT_TRUE(good.out.contains("\tPLAY '0000' 'Gong'")) << good.out.toStdString();
+    // Every entry without a sound is named; none of them found one of the package's files.
+    for (const QString& entry : test::hostileIndexEntries()) {
+        const QString key = entry.left(entry.indexOf(u'~'));
+        const QByteArray line = "no sound file for " + key.toUtf8() + " '";
+        EXPECT_EQ(good.err.contains(line), !test::keysWithSound().contains(key))
+            << key.toStdString();
+    }
+    // Entries whose keys name no announcement: the subscript error, in one line.
+    const QString hostile = root.package + QStringLiteral("/_30._");
+    const ToolRun bad =
+        root.tool({QStringLiteral("play"), root.package, hostile, QStringLiteral("3333")});
+    ASSERT_TRUE(bad.finished);
+    EXPECT_FALSE(bad.crashed);
+    EXPECT_EQ(bad.code, 2);
+    const QList<QByteArray> lines = bad.err.trimmed().split('\n');
+    EXPECT_TRUE(lines.last().contains("runtime error 9")) << bad.err.toStdString();
+    EXPECT_EQ(treeChanges(before, root.snapshot()), QString());
+}
+
+TEST(HostileTool, ASettingThatIsNoBooleanLeavesTheDefaultForPlayAndMeasure) {
+    HostileRoot root;
+    root.dir.write(QStringLiteral("bin/Tavik.ini"), "[SOUND]\r\nUseFormat=abc\r\n");
+    const ToolRun play =
+        root.tool({QStringLiteral("play"), root.package, root.package + QStringLiteral("/_31._")});
+    ASSERT_TRUE(play.finished);
+    EXPECT_FALSE(play.crashed);
+    EXPECT_EQ(play.code, 0) << play.err.toStdString();
+    const ToolRun measure =
+        root.tool({QStringLiteral("measure"), root.package + QStringLiteral("/0000.wav")});
+    ASSERT_TRUE(measure.finished);
+    EXPECT_FALSE(measure.crashed);
+    EXPECT_EQ(measure.code, 0) << measure.err.toStdString();
+    EXPECT_TRUE(measure.out.startsWith("60\t")) << measure.out.toStdString();
+}
