@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_TESTS
     app/install_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
+    app/frmcheck_test.cpp
     app/frmmain_test.cpp
     app/frmstatus_test.cpp
     app/tavikapplication_test.cpp
