@@ -42,6 +42,9 @@ TEST(ToolNew, WritesNameAuthorAndOnlyTheFilesItIsGiven) {
     EXPECT_EQ(CStr(store.GetSetting("INFO", "Name", "")), QStringLiteral("Linie 7"));
     EXPECT_EQ(CStr(store.GetSetting("INFO", "Autor", "")), QStringLiteral("Betrieb"));
     EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList{"Package.io"});
+    // Without "INDEX" the package loads as an empty list: nothing to report.
+    const ToolRun check = tool({"check", folder});
+    EXPECT_EQ(check.code, 0) << check.out.toStdString();
 }
 
 TEST(ToolNew, RefusesAnExistingFolderAfterDeletingItsEmptyIndexFile) {
