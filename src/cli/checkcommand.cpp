@@ -6,6 +6,7 @@
 #include "settings/modini.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
+#include "util/runtimeerror.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -56,7 +57,12 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
                                   QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
                                   Variant::fromBoolean(false)));
-    const PackageCheck check = CheckPackage(folder, MciSoundProber(mci));
+    PackageCheck check;
+    try {
+        check = CheckPackage(folder, MciSoundProber(mci));
+    } catch (const RuntimeError& e) {
+        return failRuntime(err, folder, e);
+    }
 
     if (json) {
         QJsonArray findings;

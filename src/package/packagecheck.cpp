@@ -3,7 +3,6 @@
 #include "audio/modmci.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
-#include "package/packagesettings.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/cp1252.h"
@@ -17,6 +16,7 @@
 #include <QSet>
 #include <QStringDecoder>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tavik {
@@ -55,6 +55,63 @@ QString runtimeDetail(const RuntimeError& e) {
     return QStringLiteral("runtime error %1").arg(e.number());
 }
 
+// The store's keys and items by name, found as FindKey and FindItem find them (the first slot
+// in use with that name; a scan that runs past a key's items array is the runtime's subscript
+// error), but each slot read once: a hostile index of 32,767 entries stays fast to check.
+class StoreLookup {
+public:
+    explicit StoreLookup(const clsZELDB& store) {
+        const SlotArray<ZeldbKey>& keys = store.keySlots();
+        for (qint64 i = 0; i < store.header().KeyCount && i < keys.size(); ++i) {
+            const ZeldbKey& key = keys.get(i);
+            if (key.InUse != 0 && !keys_.contains(key.Name))
+                keys_.insert(key.Name, &key);
+        }
+    }
+
+    // The item's value, or null when the key or the item is not there.
+    const Variant* find(const QString& key, const QString& item) {
+        const ZeldbKey* record = keys_.value(key);
+        if (!record)
+            return nullptr;
+        Items& items = items_[record];
+        if (!items.built)
+            build(*record, items);
+        const auto it = items.byName.constFind(item);
+        if (it != items.byName.constEnd())
+            return *it;
+        if (items.scanFails)
+            throw RuntimeError(rt::SubscriptOutOfRange);
+        return nullptr;
+    }
+    Variant get(const QString& key, const QString& item, const QString& defaultText) {
+        const Variant* value = find(key, item);
+        return value ? *value : Variant::fromString(defaultText);
+    }
+
+private:
+    struct Items {
+        bool built = false;
+        bool scanFails = false;
+        QHash<QString, const Variant*> byName;
+    };
+    static void build(const ZeldbKey& key, Items& items) {
+        items.built = true;
+        for (qint64 i = 0; i < key.ItemCount; ++i) {
+            if (!key.Items.allocated() || i >= key.Items.size()) {
+                items.scanFails = true;
+                return;
+            }
+            const ZeldbItem& item = key.Items.get(i);
+            if (item.InUse != 0 && !items.byName.contains(item.Name))
+                items.byName.insert(item.Name, &item.Value);
+        }
+    }
+
+    QHash<QString, const ZeldbKey*> keys_;
+    QHash<const ZeldbKey*, Items> items_;
+};
+
 class IndexChecker {
 public:
     IndexChecker(QString folder, const SoundProber& probe)
@@ -78,7 +135,7 @@ private:
     bool openIndex();
     void checkInfo();
     void checkEntries();
-    void checkEntry(int position, const IndexEntry& entry);
+    void checkEntry(int position, const QString& raw, const IndexEntry& entry);
     void checkSettings(int position, const QString& key);
     void checkSound(int position, const IndexEntry& entry);
     void checkHigherPositions(int count);
@@ -91,6 +148,7 @@ private:
     const SoundProber& probe_;
     PackageFileList files_;
     clsZELDB store_;
+    std::unique_ptr<StoreLookup> lookup_;
     IndexCheck result_;
     QString indexFile_ = fileOf(kIndexFileName);
     QSet<QString> usedFiles_;
@@ -108,6 +166,7 @@ IndexCheck IndexChecker::run() {
     if (!openIndex())
         return result_;
     result_.opened = true;
+    lookup_ = std::make_unique<StoreLookup>(store_);
     checkInfo();
     checkEntries();
     checkUnusedFiles();
@@ -148,45 +207,49 @@ bool IndexChecker::openIndex() {
 
 void IndexChecker::checkInfo() {
     for (const char16_t* item : {pkg::Name, pkg::Author}) {
-        const Variant value =
-            store_.GetSetting(text(pkg::Info), text(item), text(pkg::DefaultText));
-        if (value.type() == VarType::String)
-            checkText(indexFile_, value.stringValue(), 0, text(pkg::Info));
+        try {
+            const Variant value = lookup_->get(text(pkg::Info), text(item), text(pkg::DefaultText));
+            if (value.type() == VarType::String)
+                checkText(indexFile_, value.stringValue(), 0, text(pkg::Info));
+        } catch (const RuntimeError& e) {
+            add(Severity::Error, FindingKind::IndexUnreadable, indexFile_,
+                QStringLiteral("INFO: %1").arg(runtimeDetail(e)), 0, text(pkg::Info));
+        }
     }
 }
 
 void IndexChecker::checkEntries() {
     std::int16_t count = 0;
     try {
-        count = ReadIndexCount(store_);
+        count = CInt(lookup_->get(text(pkg::Index), text(pkg::Count), text(pkg::DefaultCount)));
     } catch (const RuntimeError& e) {
         add(Severity::Error, FindingKind::SettingType, indexFile_,
             QStringLiteral("INDEX/Count: %1").arg(runtimeDetail(e)), 0, text(pkg::Index));
         return;
     }
     for (int i = 1; i <= count; ++i) {
-        const Variant raw = store_.GetSetting(text(pkg::Index), QString::number(i), QString());
-        if (!store_.ItemExists(text(pkg::Index), QString::number(i))) {
-            add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_,
-                QStringLiteral("no entry at this position"), i);
-            continue;
-        }
         try {
-            checkEntry(i, ReadIndexEntry(store_, i));
+            const Variant* raw = lookup_->find(text(pkg::Index), QString::number(i));
+            if (!raw) {
+                add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_,
+                    QStringLiteral("no entry at this position"), i);
+                continue;
+            }
+            const QString entry = CStr(*raw);
+            if (!entry.contains(u'~')) {
+                add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_,
+                    QStringLiteral("\"%1\"").arg(entry), i);
+                continue;
+            }
+            checkEntry(i, entry, SplitIndexEntry(entry));
         } catch (const RuntimeError& e) {
-            add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_,
-                QStringLiteral("\"%1\", %2")
-                    .arg(raw.type() == VarType::String ? raw.stringValue() : typeName(raw.type()),
-                         runtimeDetail(e)),
-                i);
+            add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_, runtimeDetail(e), i);
         }
     }
     checkHigherPositions(count);
 }
 
-void IndexChecker::checkEntry(int position, const IndexEntry& entry) {
-    const QString raw =
-        CStr(store_.GetSetting(text(pkg::Index), QString::number(position), QString()));
+void IndexChecker::checkEntry(int position, const QString& raw, const IndexEntry& entry) {
     const QString soundPath = files_.GetFileName(entry.Key);
     if (!soundPath.isEmpty())
         usedFiles_.insert(QFileInfo(soundPath).fileName());
@@ -228,13 +291,12 @@ void IndexChecker::checkSettings(int position, const QString& key) {
                                  {pkg::NameVisible, VarType::Boolean},
                                  {pkg::AutoPlace, VarType::Long}};
     for (const Expected& e : expected) {
-        if (!store_.ItemExists(key, text(e.item)))
-            continue;
-        const Variant value = store_.GetSetting(key, text(e.item), QString());
-        if (value.type() == e.type)
-            continue;
         // A value the load converts is only stored oddly; one it cannot convert stops it.
         try {
+            const Variant* found = lookup_->find(key, text(e.item));
+            if (!found || found->type() == e.type)
+                continue;
+            const Variant value = *found;
             e.type == VarType::Boolean ? void(CBool(value)) : void(CLng(value));
             add(Severity::Note, FindingKind::SettingType, indexFile_,
                 QStringLiteral("%1 is %2, not %3")
@@ -242,9 +304,7 @@ void IndexChecker::checkSettings(int position, const QString& key) {
                 position, key);
         } catch (const RuntimeError& error) {
             add(Severity::Error, FindingKind::SettingType, indexFile_,
-                QStringLiteral("%1 is %2, not %3: loading stops with %4")
-                    .arg(text(e.item), typeName(value.type()), typeName(e.type),
-                         runtimeDetail(error)),
+                QStringLiteral("%1: loading stops with %2").arg(text(e.item), runtimeDetail(error)),
                 position, key);
         }
     }
@@ -287,21 +347,27 @@ void IndexChecker::checkSound(int position, const IndexEntry& entry) {
 void IndexChecker::checkHigherPositions(int count) {
     const QString index = text(pkg::Index);
     int highest = 0;
-    for (int i = std::max(count, 0) + 1; i <= 32767; ++i) {
-        if (!store_.ItemExists(index, QString::number(i)))
-            break;
-        highest = i;
+    try {
+        for (int i = std::max(count, 0) + 1; i <= 32767; ++i) {
+            if (!lookup_->find(index, QString::number(i)))
+                break;
+            highest = i;
+        }
+        if (highest > 0)
+            add(Severity::Note, FindingKind::CountMismatch, indexFile_,
+                QStringLiteral("Count %1, entries up to %2 are never loaded")
+                    .arg(count)
+                    .arg(highest),
+                0, index);
+        else if (count < 0)
+            add(Severity::Warning, FindingKind::CountMismatch, indexFile_,
+                QStringLiteral("Count %1: the list stays empty").arg(count), 0, index);
+        else if (count > 0 && !lookup_->find(index, QString::number(count)))
+            add(Severity::Error, FindingKind::CountMismatch, indexFile_,
+                QStringLiteral("Count %1, but no entry at %1").arg(count), 0, index);
+    } catch (const RuntimeError&) {
+        // Already named at the positions the load reads.
     }
-    if (highest > 0)
-        add(Severity::Note, FindingKind::CountMismatch, indexFile_,
-            QStringLiteral("Count %1, entries up to %2 are never loaded").arg(count).arg(highest),
-            0, index);
-    else if (count < 0)
-        add(Severity::Warning, FindingKind::CountMismatch, indexFile_,
-            QStringLiteral("Count %1: the list stays empty").arg(count), 0, index);
-    else if (count > 0 && !store_.ItemExists(index, QString::number(count)))
-        add(Severity::Error, FindingKind::CountMismatch, indexFile_,
-            QStringLiteral("Count %1, but no entry at %1").arg(count), 0, index);
 }
 
 void IndexChecker::checkUnusedFiles() {

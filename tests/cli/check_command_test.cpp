@@ -369,3 +369,20 @@ TEST(ToolCheck, NamesLinksInsideThePackage) {
     expectOne(f, "link-in-package", "warning", "0001.wav");
     EXPECT_TRUE(ofKind(f, "unused-file").isEmpty()) << "a link is reported once";
 }
+
+TEST(ToolCheck, NamesAnItemCountThatRunsPastItsItemsAsTheLoadMeetsIt) {
+    TempDir dir;
+    // "INDEX" claims five item slots but holds one: finding "Count" reads past them (error 9).
+    dir.write("pkg/Package.io", Bytes()
+                                    .magic()
+                                    .emptyHeader(2)
+                                    .key(-1, "INFO", 1, 1)
+                                    .stringItem(-1, "Name", "x")
+                                    .key(-1, "INDEX", 5, 1)
+                                    .stringItem(-1, "1", "0000~Gong"));
+    const ToolRun r = tool({"check", dir.file("pkg"), "--json"});
+    EXPECT_EQ(r.code, 1) << r.err.toStdString();
+    const QJsonArray f = r.json()["findings"].toArray();
+    expectOne(f, "setting-type", "error", "Package.io", "INDEX");
+    EXPECT_TRUE(ofKind(f, "setting-type")[0]["detail"].toString().contains("runtime error 9"));
+}
