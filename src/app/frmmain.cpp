@@ -123,6 +123,7 @@ void frmMain::buildControls() {
     picExpand_ = new QWidget(central);
     picExpand_->setObjectName(QStringLiteral("picExpand"));
     cmdDienst_ = makeButton("cmdDienst", QStringLiteral("Diensteditor"), picExpand_);
+    cmdCheck_ = makeButton("cmdCheck", QStringLiteral("Paket prüfen"), picExpand_);
     cmdCompress_ = makeButton("cmdCompress", QStringLiteral("Verpacken"), picExpand_);
     cmdDelete_ = makeButton("cmdDelete", QStringLiteral("Optionen"), picExpand_);
     cmdLanguage_ = makeButton("cmdLanguage", QStringLiteral("Sprache"), picExpand_);
@@ -132,8 +133,8 @@ void frmMain::buildControls() {
     cmdUnexpand_ = makeButton("cmdUnexpand", QStringLiteral("&Zurück"), picExpand_);
     auto* panelLayout = new QVBoxLayout(picExpand_);
     panelLayout->setContentsMargins(0, 0, 0, 0);
-    for (QWidget* button :
-         {cmdDienst_, cmdCompress_, cmdDelete_, cmdLanguage_, cmdDebug_, cmdHelp_, cmdInfo_})
+    for (QWidget* button : {cmdDienst_, cmdCheck_, cmdCompress_, cmdDelete_, cmdLanguage_,
+                            cmdDebug_, cmdHelp_, cmdInfo_})
         panelLayout->addWidget(button);
     panelLayout->addStretch();
     panelLayout->addWidget(cmdUnexpand_);
@@ -178,7 +179,7 @@ void frmMain::buildControls() {
         {cmdDienst_, &frmMain::cmdDienst_Click}, {cmdCompress_, &frmMain::cmdCompress_Click},
         {cmdDelete_, &frmMain::cmdDelete_Click}, {cmdLanguage_, &frmMain::cmdLanguage_Click},
         {cmdDebug_, &frmMain::cmdDebug_Click},   {cmdHelp_, &frmMain::cmdHelp_Click},
-        {cmdInfo_, &frmMain::cmdInfo_Click},
+        {cmdInfo_, &frmMain::cmdInfo_Click},     {cmdCheck_, &frmMain::cmdCheck_Click},
     };
     for (const auto& [button, handler] : handlers)
         connect(button, &QPushButton::clicked, this,

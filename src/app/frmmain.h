@@ -25,6 +25,7 @@ inline constexpr int kListWidth = 620;
 class EventLog;
 class Language;
 class ReportList;
+class frmCheck;
 class frmStatus;
 class modMCI;
 class zelcmd;
@@ -84,6 +85,7 @@ public:
     zelcmd* cmdExpand() const { return cmdExpand_; }
     zelcmd* cmdUnexpand() const { return cmdUnexpand_; }
     zelcmd* cmdDienst() const { return cmdDienst_; }
+    zelcmd* cmdCheck() const { return cmdCheck_; }
     zelcmd* cmdCompress() const { return cmdCompress_; }
     zelcmd* cmdDelete() const { return cmdDelete_; }
     zelcmd* cmdLanguage() const { return cmdLanguage_; }
@@ -108,6 +110,9 @@ public:
     QTimer* tmrName() const { return tmrName_; }
     // The status window while a load or an unload runs, else null.
     frmStatus* statusWindow() const;
+    // The findings of the last package check while that window is open, else null.
+    frmCheck* checkWindow() const;
+
     // The service editor while it is open, else null.
     QWidget* serviceEditor() const { return serviceEditor_; }
 
@@ -133,6 +138,7 @@ public Q_SLOTS:
     void cmdExpand_Click();
     void cmdUnexpand_Click();
     void cmdDienst_Click();
+    void cmdCheck_Click();
     void cmdCompress_Click();
     void cmdDelete_Click();
     void cmdLanguage_Click();
@@ -188,6 +194,8 @@ private:
     zelcmd* cmdExpand_ = nullptr;
     zelcmd* cmdUnexpand_ = nullptr;
     zelcmd* cmdDienst_ = nullptr;
+    zelcmd* cmdCheck_ = nullptr;
+    QPointer<frmCheck> checkWindow_;
     zelcmd* cmdCompress_ = nullptr;
     zelcmd* cmdDelete_ = nullptr;
     zelcmd* cmdLanguage_ = nullptr;

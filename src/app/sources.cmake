@@ -1,6 +1,8 @@
 list(APPEND TAVIK_UI_SOURCES
     app/fadeineffect.cpp
+    app/frmcheck.cpp
     app/frmmain.cpp
+    app/frmmain_check.cpp
     app/frmmain_dialogs.cpp
     app/frmmain_package.cpp
     app/frmmain_panel.cpp

@@ -31,6 +31,14 @@ bool isServiceFile(const QString& path) {
     return ReadServiceFile(path, false).ok();
 }
 
+// Bytes a file holds behind what its reader took (a longer older file's tail), as hex, so a
+// write of the dump gives the file back whole.
+void addTail(QJsonObject& json, const QString& path, qint64 end) {
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly) && file.size() > end && file.seek(end))
+        json.insert(QStringLiteral("tail"), QString::fromLatin1(file.readAll().toHex()));
+}
+
 int dumpService(const QString& path, QTextStream& out, QTextStream& err) {
     if (!FileCheck(path))
         return fail(err, path,
@@ -50,8 +58,9 @@ int dumpService(const QString& path, QTextStream& out, QTextStream& err) {
         return fail(
             err, path,
             QStringLiteral("%1 (runtime error %2)").arg(read.problem).arg(read.runtimeError));
-    out << QJsonDocument(serviceToJson(read.header, read.sentences))
-               .toJson(QJsonDocument::Indented);
+    QJsonObject json = serviceToJson(read.header, read.sentences);
+    addTail(json, path, read.endOffset);
+    out << QJsonDocument(json).toJson(QJsonDocument::Indented);
     out.flush();
     return 0;
 }
@@ -74,7 +83,10 @@ int dumpCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return fail(err, path, report.problem);
 
     // What was read is printed even when the file turned out cut or broken.
-    out << QJsonDocument(zeldbToJson(store)).toJson(QJsonDocument::Indented);
+    QJsonObject json = zeldbToJson(store);
+    if (report.status == Status::Complete)
+        addTail(json, path, report.offset);
+    out << QJsonDocument(json).toJson(QJsonDocument::Indented);
     out.flush();
     if (report.status != Status::Complete)
         return fail(err, path, report.problem);

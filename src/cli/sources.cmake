@@ -5,4 +5,9 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/measurecommand.cpp
     cli/inicommand.cpp
     cli/playcommand.cpp
+    cli/checkcommand.cpp
+    cli/writecommand.cpp
+    cli/newcommand.cpp
+    cli/importcommand.cpp
+    cli/options.cpp
 )

@@ -16,7 +16,11 @@ const char* const kUsage =
     "       tavik delete PATH KEY ITEM\n"
     "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n"
     "       tavik measure FILE...\n"
-    "       tavik play PACKAGE SERVICE [SENTENCE]\n";
+    "       tavik play PACKAGE SERVICE [SENTENCE]\n"
+    "       tavik check PACKAGE [--json]\n"
+    "       tavik write JSON PATH\n"
+    "       tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P]\n"
+    "       tavik import PACKAGE FILE... [--title T]...\n";
 
 } // namespace
 
@@ -54,6 +58,14 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return measureCommand(rest, out, err);
     if (verb == u"play")
         return playCommand(rest, out, err);
+    if (verb == u"check")
+        return checkCommand(rest, out, err);
+    if (verb == u"write")
+        return writeCommand(rest, out, err);
+    if (verb == u"new")
+        return newCommand(rest, out, err);
+    if (verb == u"import")
+        return importCommand(rest, out, err);
     if (verb == u"--help" || verb == u"-h" || verb == u"help") {
         out << kUsage;
         return 0;

@@ -20,6 +20,10 @@ int deleteCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int iniCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int measureCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int playCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int newCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int importCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 
 // One line on `err`: "tavik: <file>: <problem>". Returns 2.
 int fail(QTextStream& err, const QString& file, const QString& problem);

@@ -176,17 +176,8 @@ void frmNew::cmdOK_Click() {
     if (main_.newPackageMode && !createPackage(folder))
         return;
 
-    const QString indexFile = main_.IndexFilePath;
-    folder = main_.PackageFolder;
-    main_.PackageIndex.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Name),
-                                   Variant::fromString(title));
-    main_.PackageIndex.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author),
-                                   Variant::fromString(author));
-    main_.PackageIndex.SaveIOFile(indexFile);
-    if (!description.isEmpty())
-        SaveTextToFile(description, filePath(folder, kCommentFileName));
-    if (!picture.isEmpty() && FileCheck(picture))
-        FileCopy(picture, filePath(folder, kPictureFileName));
+    WritePackageInfo(main_.PackageIndex, main_.IndexFilePath, main_.PackageFolder,
+                     {title, author, description, picture});
 
     main_.PackageChosen = true;
     main_.cmdSave()->setEnabled(true);
@@ -194,17 +185,17 @@ void frmNew::cmdOK_Click() {
 }
 
 bool frmNew::createPackage(const QString& folder) {
-    // A typed name never leads out of the data folder, not even to look for a package there.
-    if (!IsPlainFolderName(txtDir_->text())) {
+    switch (MakeNewPackageFolder(txtDir_->text(), folder)) {
+    case NewPackageRefusal::None:
+        break;
+    case NewPackageRefusal::PackageThere:
+        MsgBox(this, main_.language().GetLangString(20), MsgButtons::OK, MsgIcon::Exclamation);
+        return false;
+    case NewPackageRefusal::FolderName:
+    case NewPackageRefusal::FolderNotMade:
         MsgBox(this, main_.language().GetLangString(21), MsgButtons::OK, MsgIcon::Exclamation);
         return false;
     }
-    if (FileCheck(filePath(folder, kIndexFileName), true)) {
-        MsgBox(this, main_.language().GetLangString(20), MsgButtons::OK, MsgIcon::Exclamation);
-        return false;
-    }
-    if (!CreateDir(folder))
-        return false;
 
     main_.PackageFolder = folder;
     main_.IndexFilePath = filePath(main_.PackageFolder, kIndexFileName);

@@ -1,5 +1,6 @@
 #include "newpackage.h"
 
+#include "package/clszeldb.h"
 #include "package/packagefolder.h"
 #include "util/apppath.h"
 #include "util/cp1252.h"
@@ -38,6 +39,34 @@ bool IsPlainFolderName(const QString& name) {
 
 QString NewPackageFolder(const QString& folderName) {
     return DataFolder() + folderName;
+}
+
+QString NewPackageFolder(const QString& folderName, const QString& dataFolder) {
+    return NativePath(dataFolder + QStringLiteral("\\")) + folderName;
+}
+
+NewPackageRefusal MakeNewPackageFolder(const QString& folderName, const QString& folder) {
+    // A typed name never leads out of the data folder, not even to look for a package there.
+    if (!IsPlainFolderName(folderName))
+        return NewPackageRefusal::FolderName;
+    if (FileCheck(NativePath(folder + QString::fromUtf16(kIndexFileName)), true))
+        return NewPackageRefusal::PackageThere;
+    if (!CreateDir(folder, {}))
+        return NewPackageRefusal::FolderNotMade;
+    return NewPackageRefusal::None;
+}
+
+void WritePackageInfo(clsZELDB& store, const QString& indexFile, const QString& folder,
+                      const PackageInfo& info) {
+    store.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Name),
+                      Variant::fromString(info.Title));
+    store.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author),
+                      Variant::fromString(info.Author));
+    store.SaveIOFile(indexFile);
+    if (!info.Description.isEmpty())
+        SaveTextToFile(info.Description, NativePath(folder + QString::fromUtf16(kCommentFileName)));
+    if (!info.Picture.isEmpty() && FileCheck(info.Picture))
+        FileCopy(info.Picture, NativePath(folder + QString::fromUtf16(kPictureFileName)));
 }
 
 QString ReadDescription(const QString& path) {

@@ -5,6 +5,8 @@
 
 namespace tavik {
 
+class clsZELDB;
+
 // Writes `text` and a line break (CR LF) in ANSI as the whole new content of `path`,
 // replacing an older file. Raises the runtime's file error when it cannot.
 void SaveTextToFile(const QString& text, const QString& path);
@@ -24,6 +26,34 @@ bool IsPlainFolderName(const QString& name);
 // The package folder a new package gets for a typed folder name: the data folder followed by
 // the name.
 QString NewPackageFolder(const QString& folderName);
+QString NewPackageFolder(const QString& folderName, const QString& dataFolder);
+
+// Why a new package cannot be made, in the order the dialog's OK asks.
+enum class NewPackageRefusal {
+    None,
+    FolderName,    // the name leads out of the data folder (language text 21)
+    PackageThere,  // the folder holds a non-empty Package.io (language text 20)
+    FolderNotMade, // the folder cannot be made (language text 21)
+};
+
+// Checks the typed folder name and `folder` (an empty Package.io there is deleted) and makes
+// the folder. Nothing is made on a refusal.
+NewPackageRefusal MakeNewPackageFolder(const QString& folderName, const QString& folder);
+
+// What the package dialog's OK writes.
+struct PackageInfo {
+    QString Title;
+    QString Author;
+    QString Description; // as it goes to the file (DescriptionForFile)
+    QString Picture;     // path of a picture to copy, or ""
+};
+
+// Stores the name and author in `store` and saves it once to `indexFile`; writes Package.txt
+// when the description is not empty, and copies the picture to Package.img when it exists
+// with at least one byte. An empty description or picture leaves an older file untouched.
+// Raises the runtime's file error when a write fails.
+void WritePackageInfo(clsZELDB& store, const QString& indexFile, const QString& folder,
+                      const PackageInfo& info);
 
 // How much of a description file the information mode reads: a multi-line box holds no more.
 inline constexpr qint64 kMaxDescriptionBytes = 64 * 1024;

@@ -1,4 +1,6 @@
 list(APPEND TAVIK_CORE_SOURCES
+    package/packagecheck.cpp
+    package/packagefinding.cpp
     package/announcementrecord.cpp
     package/clszeldb.cpp
     package/packagefolder.cpp
@@ -6,4 +8,5 @@ list(APPEND TAVIK_CORE_SOURCES
     package/packagetext.cpp
     package/zeldbformat.cpp
     package/zeldbjson.cpp
+    package/zeldbfromjson.cpp
 )

@@ -157,6 +157,7 @@ ServiceReadResult ReadServiceBytes(const uchar* data, qint64 size) {
         }
         result.sentences.append(satz);
     }
+    result.endOffset = in.pos();
     return result;
 }
 

@@ -35,6 +35,8 @@ struct ServiceReadResult {
     // The count the file declares; `sentences` holds only those that were read.
     std::int16_t declaredCount = 0;
     QList<SatzRecord> sentences;
+    // Where a complete read stopped: bytes from here on belong to no sentence.
+    qint64 endOffset = 0;
 
     bool ok() const { return status == Status::Complete; }
 };

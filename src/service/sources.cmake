@@ -1,10 +1,12 @@
 list(APPEND TAVIK_CORE_SOURCES
+    service/servicecheck.cpp
     service/autoplace.cpp
     service/packageannouncements.cpp
     service/serviceeditorrules.cpp
     service/servicefile.cpp
     service/servicefiles.cpp
     service/servicejson.cpp
+    service/servicefromjson.cpp
     service/servicesentences.cpp
 )
 # The service editor window, one file per part: pages, the service, a sentence, the files.

@@ -37,6 +37,18 @@ inline constexpr std::int32_t StatusHint = 33;  // status bar, panel 6
 inline constexpr std::int32_t SearchTitle = 58; // service editor's search box
 inline constexpr std::int32_t SearchPrompt = 59;
 inline constexpr std::int32_t ServiceIdRefused = 110; // an ID that would leave the package
+// The package check window: caption, severities, column captions, the clean result, then one
+// text per kind of finding (%1 the finding's detail), in the order of FindingKind.
+inline constexpr std::int32_t CheckCaption = 190;
+inline constexpr std::int32_t CheckError = 191;
+inline constexpr std::int32_t CheckWarning = 192;
+inline constexpr std::int32_t CheckNote = 193;
+inline constexpr std::int32_t CheckColumnSeverity = 194;
+inline constexpr std::int32_t CheckColumnFile = 195;
+inline constexpr std::int32_t CheckColumnPlace = 196;
+inline constexpr std::int32_t CheckColumnProblem = 197;
+inline constexpr std::int32_t CheckClean = 198;
+inline constexpr std::int32_t CheckFirstFinding = 199; // to 219
 } // namespace LangText
 
 struct LangTextUse {

@@ -48,4 +48,8 @@ QByteArray toCp1252(const QString& text) {
     return out;
 }
 
+bool CanHoldInCp1252(const QString& text) {
+    return fromCp1252(toCp1252(text)) == text;
+}
+
 } // namespace tavik

@@ -16,4 +16,8 @@ inline QString fromCp1252(const QByteArray& bytes) {
 // A character the code page cannot hold is written as "?".
 QByteArray toCp1252(const QString& text);
 
+// Whether every character of `text` has a byte of its own in the code page, so writing it
+// loses nothing.
+bool CanHoldInCp1252(const QString& text);
+
 } // namespace tavik

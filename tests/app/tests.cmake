@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_TESTS
 )
 list(APPEND TAVIK_WIDGET_TESTS
     app/frmmain_sortsave_test.cpp
+    app/frmcheck_test.cpp
     app/frmmain_test.cpp
     app/frmstatus_test.cpp
     app/tavikapplication_test.cpp

@@ -2,4 +2,7 @@ list(APPEND TAVIK_CORE_TESTS
     cli/tool_test.cpp
     cli/measure_command_test.cpp
     cli/ini_command_test.cpp
+    cli/check_command_test.cpp
+    cli/write_command_test.cpp
+    cli/new_import_command_test.cpp
 )

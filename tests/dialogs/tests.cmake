@@ -15,5 +15,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     dialogs/frmsetting_test.cpp
     dialogs/mainwindowdialogs_test.cpp
     dialogs/package_endtoend_test.cpp
+    dialogs/package_script_test.cpp
     dialogs/sounddrop_test.cpp
 )

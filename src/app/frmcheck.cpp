@@ -1,0 +1,91 @@
+#include "frmcheck.h"
+
+#include "app/frmmain.h"
+#include "settings/langtexts.h"
+#include "settings/language.h"
+#include "util/reportlist.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace tavik {
+
+namespace {
+
+std::int32_t severityText(Severity severity) {
+    switch (severity) {
+    case Severity::Error:
+        return LangText::CheckError;
+    case Severity::Warning:
+        return LangText::CheckWarning;
+    case Severity::Note:
+        return LangText::CheckNote;
+    }
+    return LangText::CheckNote;
+}
+
+} // namespace
+
+frmCheck::frmCheck(frmMain& main)
+    : QWidget(&main, Qt::Window), main_(main), lsvFindings_(new ReportList(this)),
+      lblSummary_(new QLabel(this)) {
+    setObjectName(QStringLiteral("frmCheck"));
+    lsvFindings_->setObjectName(QStringLiteral("lsvFindings"));
+    lblSummary_->setObjectName(QStringLiteral("lblSummary"));
+    lblSummary_->setWordWrap(true);
+    for (const double width : {1100.0, 1500.0, 1800.0, 6000.0})
+        lsvFindings_->AddColumn(QString(), width);
+    lsvFindings_->setMinimumSize(640, 260);
+    connect(lsvFindings_, &QTreeWidget::itemDoubleClicked, this,
+            [this] { lsvFindings_DblClick(); });
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(lsvFindings_);
+    layout->addWidget(lblSummary_);
+    applyTexts();
+}
+
+void frmCheck::applyTexts() {
+    const Language& lang = main_.language();
+    setWindowTitle(lang.GetLangString(LangText::CheckCaption));
+    const std::int32_t columns[] = {LangText::CheckColumnSeverity, LangText::CheckColumnFile,
+                                    LangText::CheckColumnPlace, LangText::CheckColumnProblem};
+    for (int i = 0; i < 4; ++i)
+        lsvFindings_->SetColumnText(i + 1, lang.GetLangString(columns[i]));
+}
+
+void frmCheck::Refresh() {
+    applyTexts();
+    const PackageCheck check = CheckPackage(main_.PackageFolder, MciSoundProber(main_.mci()));
+    findings_ = check.findings;
+    const Language& lang = main_.language();
+    lsvFindings_->ClearItems();
+    for (const Finding& f : std::as_const(findings_)) {
+        ReportListItem* row = lsvFindings_->AddItem(lang.GetLangString(severityText(f.severity)));
+        row->SetSubItems(1, f.file);
+        row->SetSubItems(2, findingPlace(f));
+        row->SetSubItems(3, lang.GetLangString(
+                                LangText::CheckFirstFinding + static_cast<int>(f.kind), f.detail));
+        row->SetTag(f.key);
+    }
+    lblSummary_->setText(findings_.isEmpty() ? lang.GetLangString(LangText::CheckClean)
+                                             : QString());
+    lblSummary_->setVisible(findings_.isEmpty());
+}
+
+void frmCheck::lsvFindings_DblClick() {
+    const ReportListItem* finding = lsvFindings_->SelectedItem();
+    if (!finding || finding->Tag().isEmpty())
+        return;
+    ReportList* list = main_.lsvPack();
+    for (int i = 1; i <= list->Count(); ++i) {
+        ReportListItem* row = list->ListItems(i);
+        if (row->Text() == finding->Tag()) {
+            row->SetSelected(true);
+            list->scrollToItem(row);
+            main_.activateWindow();
+            return;
+        }
+    }
+}
+
+} // namespace tavik

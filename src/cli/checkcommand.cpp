@@ -1,0 +1,87 @@
+#include "tool.h"
+
+#include "audio/modmci.h"
+#include "audio/systembackend.h"
+#include "service/servicecheck.h"
+#include "settings/modini.h"
+#include "util/apppath.h"
+#include "util/conversions.h"
+#include "util/runtimeerror.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace tavik::cli {
+
+namespace {
+
+QJsonObject findingToJson(const Finding& f) {
+    QJsonObject json{{"severity", severityName(f.severity)},
+                     {"kind", findingKindName(f.kind)},
+                     {"file", f.file},
+                     {"detail", f.detail},
+                     {"message", findingMessage(f)}};
+    if (f.position > 0)
+        json.insert(QStringLiteral("position"), f.position);
+    if (!f.key.isEmpty())
+        json.insert(QStringLiteral("key"), f.key);
+    if (!f.sentence.isEmpty())
+        json.insert(QStringLiteral("sentence"), f.sentence);
+    if (f.entry > 0)
+        json.insert(QStringLiteral("entry"), f.entry);
+    return json;
+}
+
+// "error: Package.io: INDEX 3 / 0007: the entry has no "~" ..."
+QString findingLine(const Finding& f) {
+    const QString place = findingPlace(f);
+    return severityName(f.severity) + QStringLiteral(": ") + f.file +
+           (place.isEmpty() ? QString() : QStringLiteral(": ") + place) + QStringLiteral(": ") +
+           findingMessage(f);
+}
+
+} // namespace
+
+int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+    QStringList rest = args;
+    const bool json = rest.removeAll(QStringLiteral("--json")) > 0;
+    if (rest.size() != 1) {
+        err << "usage: tavik check PACKAGE [--json]\n";
+        return 2;
+    }
+    const QString& folder = rest[0];
+    const std::unique_ptr<MciBackend> backend = createSystemMciBackend();
+    modMCI mci(*backend, [](const QString&) {});
+    // Sounds open as the editor opens them, with its own "UseFormat" setting.
+    mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
+                                  QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
+                                  Variant::fromBoolean(false)));
+    PackageCheck check;
+    try {
+        check = CheckPackage(folder, MciSoundProber(mci));
+    } catch (const RuntimeError& e) {
+        return failRuntime(err, folder, e);
+    }
+
+    if (json) {
+        QJsonArray findings;
+        for (const Finding& f : check.findings)
+            findings.append(findingToJson(f));
+        out << QJsonDocument(QJsonObject{{"package", folder},
+                                         {"readable", check.readable},
+                                         {"findings", findings}})
+                   .toJson(QJsonDocument::Indented);
+    } else {
+        for (const Finding& f : check.findings)
+            out << findingLine(f) << '\n';
+    }
+    out.flush();
+    if (!check.readable) {
+        const Finding& first = check.findings.front();
+        return fail(err, folder, first.file + QStringLiteral(": ") + findingMessage(first));
+    }
+    return check.findings.isEmpty() ? 0 : 1;
+}
+
+} // namespace tavik::cli

@@ -1,0 +1,63 @@
+#include "tool.h"
+
+#include "cli/options.h"
+#include "dialogs/soundimport.h"
+#include "package/clszeldb.h"
+#include "util/apppath.h"
+#include "util/fileops.h"
+#include "util/runtimeerror.h"
+
+#include <QFileInfo>
+
+namespace tavik::cli {
+
+int importCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+    const Options options = parseOptions(args, {"--title"});
+    if (!options.problem.isEmpty() || options.plain.size() < 2) {
+        if (!options.problem.isEmpty())
+            err << "tavik: " << options.problem << '\n';
+        err << "usage: tavik import PACKAGE FILE... [--title T]...\n";
+        return 2;
+    }
+    const QString& package = options.plain[0];
+    const QStringList files = options.plain.mid(1);
+    const QStringList titles = options.values.value(QStringLiteral("--title"));
+    if (titles.size() > files.size())
+        return fail(err, package, QStringLiteral("more --title than files"));
+
+    // The import list: a file counts only with at least one byte; its display name is its
+    // name up to the first "." unless a title is given for it, in file order.
+    QList<ImportEntry> entries;
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        if (!FileCheck(files[i]))
+            return fail(err, files[i], QStringLiteral("missing or empty: not imported"));
+        entries.append({files[i], i < titles.size() ? titles[i] : PathFileName(files[i], true)});
+    }
+
+    if (!QFileInfo(package).isDir())
+        return fail(err, package, QStringLiteral("no package folder"));
+    const QString folder = NativePath(package);
+    const QString indexFile = indexFilePath(folder);
+    // The store as the main window holds it after loading the package.
+    clsZELDB store;
+    if (!store.OpenIOFile(indexFile))
+        return fail(err, indexFile, QStringLiteral("not a package index that opens"));
+    QStringList keys;
+    try {
+        keys = ImportSoundFiles(entries, folder, store);
+    } catch (const RuntimeError& e) {
+        // The index on disk stays as it was, as the dialog leaves it when a copy fails.
+        return failRuntime(err, folder, e);
+    }
+    try {
+        store.SaveIOFile(indexFile);
+    } catch (const RuntimeError& e) {
+        return failRuntime(err, indexFile, e);
+    }
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        out << keys[i] << '\t' << entries[i].Title << '\n';
+    out.flush();
+    return 0;
+}
+
+} // namespace tavik::cli

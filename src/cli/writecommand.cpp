@@ -1,0 +1,71 @@
+#include "tool.h"
+
+#include "package/zeldbfromjson.h"
+#include "service/servicefromjson.h"
+#include "util/fileops.h"
+#include "util/jsonfields.h"
+#include "util/runtimeerror.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+namespace tavik::cli {
+
+namespace {
+
+// A dump is no bigger than the files it describes, written as text.
+constexpr qint64 kMaxJsonBytes = 256LL * 1024 * 1024;
+
+} // namespace
+
+int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+    Q_UNUSED(out);
+    if (args.size() != 2) {
+        err << "usage: tavik write JSON PATH\n";
+        return 2;
+    }
+    const QString& jsonPath = args[0];
+    QFile file(jsonPath);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(err, jsonPath, file.errorString());
+    if (file.size() > kMaxJsonBytes)
+        return fail(err, jsonPath, QStringLiteral("larger than any dump"));
+    QJsonParseError parseError;
+    const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
+    if (doc.isNull())
+        return fail(err, jsonPath,
+                    QStringLiteral("not JSON: %1 at byte %2")
+                        .arg(parseError.errorString())
+                        .arg(parseError.offset));
+    if (!doc.isObject())
+        return fail(err, jsonPath, QStringLiteral("not a JSON object"));
+
+    const QJsonObject json = doc.object();
+    const QString format = json.value(QStringLiteral("format")).toString();
+    QByteArray bytes;
+    QString target = args[1];
+    try {
+        if (format == u"package-index") {
+            bytes = zeldbBytesFromJson(json);
+            target = indexFilePath(target);
+        } else if (format == u"service") {
+            bytes = serviceBytesFromJson(json);
+        } else {
+            throw JsonFieldError(QStringLiteral("format"),
+                                 QStringLiteral("not \"package-index\" or \"service\""));
+        }
+    } catch (const JsonFieldError& e) {
+        return fail(err, jsonPath, e.field() + QStringLiteral(": ") + e.problem());
+    } catch (const RuntimeError& e) {
+        return failRuntime(err, jsonPath, e);
+    }
+    try {
+        WriteFileAtomically(target, bytes);
+    } catch (const RuntimeError& e) {
+        return failRuntime(err, target, e);
+    }
+    return 0;
+}
+
+} // namespace tavik::cli

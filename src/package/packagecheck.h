@@ -1,0 +1,45 @@
+#pragma once
+
+#include "package/packagefinding.h"
+
+#include <QList>
+#include <QString>
+#include <cstdint>
+#include <functional>
+
+namespace tavik {
+
+// What opening a sound the way the editor opens it gave.
+struct SoundProbe {
+    bool opened = false;
+    int error = 0;           // the media error when it did not open
+    std::int32_t length = 0; // milliseconds
+};
+// Opens `path` with the media device type `deviceType`, measures it and closes it again.
+using SoundProber = std::function<SoundProbe(const QString& path, const QString& deviceType)>;
+
+// An announcement as a load would enter it in the table: services are checked against these.
+struct CheckedAnnouncement {
+    QString Key;
+    std::int32_t Length = 0;
+    bool Measured = false;
+};
+
+struct IndexCheck {
+    // False when there is no package to check: no folder, or no index file that is one.
+    bool readable = true;
+    // Whether the editor would open the index at all; services are checked only then.
+    bool opened = false;
+    QList<Finding> findings;
+    QList<CheckedAnnouncement> announcements;
+};
+
+// Checks what a load of the package folder would meet: the index file, its entries, keys,
+// settings and texts, every announcement's sound, the files no entry names and links.
+IndexCheck CheckPackageIndex(const QString& packageFolder, const SoundProber& probe);
+
+// Why a text read from a package is not what its author wrote in code page 1252: a byte the
+// code page leaves undefined, or non-ASCII text that is really UTF-8. "" when neither.
+QString CodePageProblem(const QString& text);
+
+} // namespace tavik

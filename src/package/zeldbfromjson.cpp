@@ -1,0 +1,146 @@
+#include "zeldbfromjson.h"
+
+#include "package/zeldbformat.h"
+#include "util/jsonfields.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tavik {
+
+namespace {
+
+constexpr qint64 kMaxCounted = 65535;
+constexpr qint64 kInt16Min = std::numeric_limits<std::int16_t>::min();
+constexpr qint64 kInt16Max = std::numeric_limits<std::int16_t>::max();
+constexpr qint64 kInt32Min = std::numeric_limits<std::int32_t>::min();
+constexpr qint64 kInt32Max = std::numeric_limits<std::int32_t>::max();
+
+// A flag as a Boolean, or its own bits where the dump gave them.
+std::int16_t readFlag(const JsonFields& f, const char* bitsName) {
+    const QString bits = QLatin1String(bitsName);
+    if (f.has(bits))
+        return static_cast<std::int16_t>(f.integer(bits, kInt16Min, kInt16Max));
+    return f.boolean(QStringLiteral("in_use")) ? -1 : 0;
+}
+
+std::uint64_t readDoubleBits(const JsonFields& f) {
+    if (f.has(QStringLiteral("bits"))) {
+        const QByteArray bytes = f.hex(QStringLiteral("bits"));
+        if (bytes.size() != 8)
+            throw JsonFieldError(f.fieldPath(QStringLiteral("bits")),
+                                 QStringLiteral("not 16 hexadecimal digits"));
+        return bytes.toHex().toULongLong(nullptr, 16);
+    }
+    const QJsonValue v = f.value(QStringLiteral("value"));
+    if (!v.isDouble())
+        throw JsonFieldError(f.fieldPath(QStringLiteral("value")), QStringLiteral("not a number"));
+    return Variant::fromDouble(v.toDouble()).doubleBits();
+}
+
+Variant readValue(const JsonFields& f) {
+    const qint64 type = f.integer(QStringLiteral("type"), 0, 65535);
+    const QString value = QStringLiteral("value");
+    switch (static_cast<VarType>(type)) {
+    case VarType::Empty:
+        if (!f.value(value).isNull())
+            throw JsonFieldError(f.fieldPath(value), QStringLiteral("not null for type 0"));
+        return {};
+    case VarType::Integer:
+        return Variant::fromInteger(
+            static_cast<std::int16_t>(f.integer(value, kInt16Min, kInt16Max)));
+    case VarType::Long:
+        return Variant::fromLong(static_cast<std::int32_t>(f.integer(value, kInt32Min, kInt32Max)));
+    case VarType::Double:
+        return Variant::fromDoubleBits(readDoubleBits(f));
+    case VarType::Date:
+        return Variant::fromDateBits(readDoubleBits(f));
+    case VarType::String:
+        return Variant::fromString(f.text(value, kMaxCounted));
+    case VarType::Boolean:
+        if (f.has(QStringLiteral("bits")))
+            return Variant::fromBooleanBits(
+                static_cast<std::int16_t>(f.integer(QStringLiteral("bits"), kInt16Min, kInt16Max)));
+        return Variant::fromBoolean(f.boolean(value));
+    }
+    throw JsonFieldError(f.fieldPath(QStringLiteral("type")),
+                         QStringLiteral("not a value type (0, 2, 3, 5, 7, 8 or 11)"));
+}
+
+void checkSlot(const JsonFields& f, qsizetype index) {
+    if (f.has(QStringLiteral("slot")) && f.integer(QStringLiteral("slot"), 0, kInt32Max) != index)
+        throw JsonFieldError(f.fieldPath(QStringLiteral("slot")),
+                             QStringLiteral("not %1, its place in the list").arg(index));
+}
+
+JsonFields element(const QJsonArray& array, const QString& path, qsizetype i) {
+    const QString at = jsonElementPath(path, i);
+    if (!array.at(i).isObject())
+        throw JsonFieldError(at, QStringLiteral("not an object"));
+    return JsonFields(array.at(i).toObject(), at);
+}
+
+ZeldbKey readKey(const JsonFields& f) {
+    ZeldbKey key;
+    key.InUse = readFlag(f, "in_use_bits");
+    key.Name = f.text(QStringLiteral("name"), kMaxCounted);
+    key.ItemCount =
+        static_cast<std::int16_t>(f.integer(QStringLiteral("item_count"), kInt16Min, kInt16Max));
+    const QJsonValue items = f.value(QStringLiteral("items"));
+    if (items.isNull())
+        return key;
+    const QString path = f.fieldPath(QStringLiteral("items"));
+    if (!items.isArray())
+        throw JsonFieldError(path, QStringLiteral("not an array or null"));
+    const QJsonArray list = items.toArray();
+    if (list.size() > kInt32Max)
+        throw JsonFieldError(path, QStringLiteral("too many items"));
+    key.Items.reset(list.size());
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        const JsonFields item = element(list, path, i);
+        checkSlot(item, i);
+        ZeldbItem& record = key.Items.ref(i);
+        record.InUse = readFlag(item, "in_use_bits");
+        record.Name = item.text(QStringLiteral("name"), kMaxCounted);
+        record.Reserved = static_cast<std::int16_t>(
+            item.integer(QStringLiteral("reserved"), kInt16Min, kInt16Max));
+        record.Value = readValue(item);
+    }
+    return key;
+}
+
+} // namespace
+
+QByteArray zeldbBytesFromJson(const QJsonObject& json) {
+    const JsonFields top(json, QString());
+    if (top.value(QStringLiteral("format")) != QJsonValue(QStringLiteral("package-index")))
+        throw JsonFieldError(QStringLiteral("format"), QStringLiteral("not \"package-index\""));
+    const JsonFields h(top.object(QStringLiteral("header")), QStringLiteral("header"));
+    ZeldbHeader header;
+    header.Text1 = h.text(QStringLiteral("text1"), kMaxCounted);
+    header.Text2 = h.text(QStringLiteral("text2"), kMaxCounted);
+    header.Text3 = h.text(QStringLiteral("text3"), kMaxCounted);
+    const QByteArray reserved = h.hex(QStringLiteral("reserved"));
+    if (reserved.size() != static_cast<qsizetype>(header.Reserved.size()))
+        throw JsonFieldError(h.fieldPath(QStringLiteral("reserved")),
+                             QStringLiteral("not 6 bytes (12 hexadecimal digits)"));
+    std::copy(reserved.begin(), reserved.end(), header.Reserved.begin());
+    header.ReservedText = h.text(QStringLiteral("reserved_text"), kMaxCounted);
+    header.KeyCount =
+        static_cast<std::int16_t>(h.integer(QStringLiteral("key_count"), kInt16Min, kInt16Max));
+
+    ByteWriter out;
+    out.raw(QByteArray(zeldb::kMagic, zeldb::kMagicSize));
+    zeldb::writeHeader(out, header);
+    const QJsonArray keys = top.array(QStringLiteral("keys"));
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        const JsonFields key = element(keys, QStringLiteral("keys"), i);
+        checkSlot(key, i);
+        zeldb::writeKey(out, readKey(key));
+    }
+    if (top.has(QStringLiteral("tail")))
+        out.raw(top.hex(QStringLiteral("tail")));
+    return out.data();
+}
+
+} // namespace tavik

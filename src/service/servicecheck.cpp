@@ -1,0 +1,139 @@
+#include "servicecheck.h"
+
+#include "audio/modmci.h"
+#include "service/servicefile.h"
+#include "util/apppath.h"
+#include "util/fileops.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+namespace tavik {
+
+namespace {
+
+Finding serviceFinding(Severity severity, FindingKind kind, const QString& file,
+                       const QString& detail, const QString& sentence = {}, int entry = 0,
+                       const QString& key = {}) {
+    Finding f;
+    f.severity = severity;
+    f.kind = kind;
+    f.file = file;
+    f.sentence = sentence;
+    f.entry = entry;
+    f.key = key;
+    f.detail = detail;
+    return f;
+}
+
+void checkText(QList<Finding>& out, const QString& file, const QString& text,
+               const QString& sentence = {}) {
+    const QString problem = CodePageProblem(text);
+    if (!problem.isEmpty())
+        out << serviceFinding(Severity::Warning, FindingKind::NotCodePage, file, problem, sentence);
+}
+
+void checkSentence(QList<Finding>& out, const QString& file, const SatzRecord& satz,
+                   const QHash<QString, const CheckedAnnouncement*>& byKey) {
+    checkText(out, file, satz.Text, satz.Key);
+    if (satz.Targets.isEmpty()) {
+        // Playing walks entries 0 to LastTarget: a bound of 0 or more reads an entry that is
+        // not there.
+        if (satz.LastTarget >= 0)
+            out << serviceFinding(
+                Severity::Error, FindingKind::SentenceWithoutEntry, file,
+                QStringLiteral("last entry %1: runtime error 9 when played").arg(satz.LastTarget),
+                satz.Key);
+        else
+            out << serviceFinding(Severity::Warning, FindingKind::SentenceWithoutEntry, file,
+                                  QStringLiteral("plays nothing"), satz.Key);
+        return;
+    }
+    for (qsizetype j = 0; j < satz.Targets.size(); ++j) {
+        const SatzTarget& target = satz.Targets[j];
+        const int entry = static_cast<int>(j) + 1;
+        const CheckedAnnouncement* announcement = byKey.value(target.AnnouncementKey);
+        if (!announcement) {
+            out << serviceFinding(Severity::Error, FindingKind::SentenceUnknownKey, file,
+                                  QStringLiteral("\"%1\"").arg(target.AnnouncementKey), satz.Key,
+                                  entry, target.AnnouncementKey);
+            continue;
+        }
+        const qint64 wait = qint64(announcement->Length) + target.TimeOffset;
+        if (announcement->Measured && wait < 0)
+            out << serviceFinding(Severity::Warning, FindingKind::NegativeWait, file,
+                                  QStringLiteral("%1 ms %2 ms = %3 ms")
+                                      .arg(announcement->Length)
+                                      .arg(target.TimeOffset)
+                                      .arg(wait),
+                                  satz.Key, entry, target.AnnouncementKey);
+    }
+}
+
+} // namespace
+
+QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnouncement>& table) {
+    QList<Finding> out;
+    const QString file = QFileInfo(path).fileName();
+    // Only looks: an empty file stays where it is.
+    const ServiceReadResult read = ReadServiceFile(path, false);
+    using Status = ServiceReadResult::Status;
+    if (read.status == Status::Missing) {
+        out << serviceFinding(Severity::Warning, FindingKind::ServiceUnreadable, file,
+                              QStringLiteral("empty: deleted when the services are listed"));
+        return out;
+    }
+    if (!read.ok()) {
+        out << serviceFinding(
+            Severity::Error, FindingKind::ServiceUnreadable, file,
+            QStringLiteral("%1, runtime error %2").arg(read.problem).arg(read.runtimeError));
+        return out;
+    }
+    if (read.header.Title.isEmpty())
+        out << serviceFinding(Severity::Warning, FindingKind::ServiceWithoutTitle, file,
+                              QStringLiteral("ID \"%1\"").arg(read.header.Id));
+    for (const QString& text :
+         {read.header.Title, read.header.Author, read.header.Description, read.header.Id})
+        checkText(out, file, text);
+
+    QHash<QString, const CheckedAnnouncement*> byKey;
+    for (const CheckedAnnouncement& a : table)
+        byKey.insert(a.Key, &a);
+    for (const SatzRecord& satz : read.sentences)
+        checkSentence(out, file, satz, byKey);
+    return out;
+}
+
+PackageCheck CheckPackage(const QString& packageFolder, const SoundProber& probe) {
+    const IndexCheck index = CheckPackageIndex(packageFolder, probe);
+    PackageCheck result;
+    result.readable = index.readable;
+    result.findings = index.findings;
+    if (!index.opened)
+        return result;
+    const QString folder = NativePath(packageFolder);
+    for (const QString& name : ListFiles(folder)) {
+        if (WildcardMatch(QStringLiteral("*._"), name))
+            result.findings << CheckServiceFile(NativePath(folder + QStringLiteral("\\") + name),
+                                                index.announcements);
+    }
+    return result;
+}
+
+SoundProber MciSoundProber(modMCI& mci) {
+    return [&mci](const QString& path, const QString& deviceType) {
+        const QString alias = QStringLiteral("tavik_check");
+        QString shortPath = path;
+        SoundProbe probe;
+        const std::int16_t code = mci.MciOpen(shortPath, alias, deviceType);
+        probe.opened = code == -1;
+        if (probe.opened)
+            probe.length = mci.MciGetLength(alias);
+        else
+            probe.error = code;
+        mci.MciClose(alias);
+        return probe;
+    };
+}
+
+} // namespace tavik
