@@ -1,6 +1,7 @@
 list(APPEND TAVIK_CORE_TESTS
     service/serviceeditorrules_test.cpp
     service/servicefile_test.cpp
+    service/servicefilewrite_test.cpp
     service/servicefiles_test.cpp
     service/servicesentences_test.cpp
     service/service_hostile_test.cpp
