@@ -127,6 +127,7 @@ void frmNew::FormLoad() {
     txtAutor_->setText(CStr(main_.PackageIndex.GetSetting(
         QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author), QString())));
     txtComment_->setPlainText(ReadDescription(filePath(main_.PackageFolder, kCommentFileName)));
+    shownDescription_ = txtComment_->toPlainText();
 }
 
 void frmNew::SaveTextToFile(const QString& text, const QString& path) {
@@ -157,7 +158,7 @@ void frmNew::cmdClear_Click() {
 void frmNew::cmdOK_Click() {
     const QString title = txtTitel_->text();
     const QString author = txtAutor_->text();
-    const QString description = DescriptionForFile(txtComment_->toPlainText());
+    const QString boxText = txtComment_->toPlainText();
     const QString picture = txtPic_->text();
     QString folder = NewPackageFolder(txtDir_->text());
 
@@ -181,8 +182,10 @@ void frmNew::cmdOK_Click() {
     main_.PackageIndex.SaveSetting(QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author),
                                    Variant::fromString(author));
     main_.PackageIndex.SaveIOFile(indexFile);
-    if (!description.isEmpty())
-        SaveTextToFile(description, filePath(folder, kCommentFileName));
+    // The box may show less than the file holds (a NUL ends it, a long file is read in part):
+    // an unedited description is not written back.
+    if (WritesDescription(main_.newPackageMode, boxText, shownDescription_))
+        SaveTextToFile(DescriptionForFile(boxText), filePath(folder, kCommentFileName));
     if (!picture.isEmpty() && FileCheck(picture))
         FileCopy(picture, filePath(folder, kPictureFileName));
 

@@ -4,5 +4,6 @@ list(APPEND TAVIK_CORE_TESTS
 list(APPEND TAVIK_WIDGET_TESTS
     app/frmmain_test.cpp
     app/frmstatus_test.cpp
+    app/mainwindow_writes_test.cpp
     app/tavikapplication_test.cpp
 )
