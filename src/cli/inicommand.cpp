@@ -10,6 +10,20 @@ namespace {
 const char* const kIniUsage =
     "usage: tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n";
 
+// The system's error code with what it means, for the codes a profile write ends with.
+QString systemErrorText(std::uint32_t code) {
+    switch (code) {
+    case profile::error::PathNotFound:
+        return QStringLiteral("system error %1: the folder does not exist").arg(code);
+    case profile::error::AccessDenied:
+        return QStringLiteral("system error %1: access denied").arg(code);
+    case profile::error::DiskFull:
+        return QStringLiteral("system error %1: the disk is full").arg(code);
+    default:
+        return QStringLiteral("system error %1").arg(code);
+    }
+}
+
 int usage(QTextStream& err) {
     err << kIniUsage;
     return 2;
@@ -52,7 +66,8 @@ int iniCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         // The editor's write reports nothing; the tool says when it did not happen.
         const std::uint32_t failure = profile::writeProfileString(file, section, key, setValue);
         if (failure != profile::error::None)
-            return fail(err, file, QStringLiteral("not written (system error %1)").arg(failure));
+            return fail(err, file,
+                        QStringLiteral("not written (%1)").arg(systemErrorText(failure)));
         return 0;
     }
     if (remove) {

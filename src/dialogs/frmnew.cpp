@@ -129,6 +129,7 @@ void frmNew::FormLoad() {
     txtAutor_->setText(CStr(main_.PackageIndex.GetSetting(
         QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Author), QString())));
     txtComment_->setPlainText(ReadDescription(filePath(main_.PackageFolder, kCommentFileName)));
+    shownDescription_ = txtComment_->toPlainText();
 }
 
 void frmNew::SaveTextToFile(const QString& text, const QString& path) {
@@ -159,7 +160,7 @@ void frmNew::cmdClear_Click() {
 void frmNew::cmdOK_Click() {
     const QString title = txtTitel_->text();
     const QString author = txtAutor_->text();
-    const QString description = DescriptionForFile(txtComment_->toPlainText());
+    const QString boxText = txtComment_->toPlainText();
     const QString picture = txtPic_->text();
     QString folder = NewPackageFolder(txtDir_->text());
 
@@ -176,6 +177,11 @@ void frmNew::cmdOK_Click() {
     if (main_.newPackageMode && !createPackage(folder))
         return;
 
+    // The box may show less than the file holds (a NUL ends it, a long file is read in part):
+    // an unedited description is not written back.
+    const QString description = WritesDescription(main_.newPackageMode, boxText, shownDescription_)
+                                    ? DescriptionForFile(boxText)
+                                    : QString();
     WritePackageInfo(main_.PackageIndex, main_.IndexFilePath, main_.PackageFolder,
                      {title, author, description, picture});
 

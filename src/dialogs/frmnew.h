@@ -71,6 +71,8 @@ private:
     QPushButton* cmdClear_;
     QPushButton* cmdOK_;
     QPushButton* cmdCancel_;
+    // What the description box showed after loading, to tell an edit from none.
+    QString shownDescription_;
 };
 
 } // namespace tavik

@@ -83,6 +83,12 @@ QString ReadDescription(const QString& path) {
     return text;
 }
 
+bool WritesDescription(bool newPackage, const QString& boxText, const QString& shownAtLoad) {
+    if (boxText.isEmpty())
+        return false;
+    return newPackage || boxText != shownAtLoad;
+}
+
 QString DescriptionForFile(const QString& boxText) {
     QString text = boxText;
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));

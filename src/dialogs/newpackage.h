@@ -63,6 +63,11 @@ inline constexpr qint64 kMaxDescriptionBytes = 64 * 1024;
 // kMaxDescriptionBytes read. A missing or unreadable file gives "".
 QString ReadDescription(const QString& path);
 
+// Whether confirming writes the description file: a new package's description when it is not
+// empty; in the information mode only one that was edited since the box was filled, so an
+// unedited file stays byte for byte, however long it is and whatever bytes it holds.
+bool WritesDescription(bool newPackage, const QString& boxText, const QString& shownAtLoad);
+
 // A text box's text as it goes to a text file: every line break as CR LF.
 QString DescriptionForFile(const QString& boxText);
 

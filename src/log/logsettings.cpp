@@ -4,10 +4,8 @@
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/cp1252.h"
+#include "util/fileops.h"
 #include "util/runtimeerror.h"
-
-#include <QFile>
-#include <QFileInfo>
 
 namespace tavik {
 
@@ -51,18 +49,9 @@ void WriteLogToFile(const QString& programFolder, bool on) {
 }
 
 void AppendLogRecord(const QString& path, const QString& line) {
-    const QFileInfo info(path);
-    if (!QFileInfo(info.absolutePath()).isDir())
-        throw RuntimeError(rt::PathNotFound);
     // An append adds bytes after the old ones and never rewrites them, so the log keeps
     // everything written before a failure without going through a temporary file.
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
-        throw RuntimeError(rt::PathFileAccess);
-    const QByteArray record = toCp1252(QStringLiteral("\"") + line + QStringLiteral("\"\r\n"));
-    if (file.write(record) != record.size() || !file.flush())
-        throw RuntimeError(rt::PathFileAccess);
-    file.close();
+    AppendToFile(path, toCp1252(QStringLiteral("\"") + line + QStringLiteral("\"\r\n")));
 }
 
 } // namespace tavik

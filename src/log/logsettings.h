@@ -22,7 +22,8 @@ void WriteLogToFile(const QString& programFolder, bool on);
 
 // Appends `line` to `path` as one quoted record, `"` line `"` CR LF in code page 1252, opening
 // and closing the file for this one record. Raises 76 when the folder is missing, 75 when the
-// file cannot be opened or written.
+// file cannot be opened or is a link, 61 when the disk is full; a failed record leaves the
+// file as it was.
 void AppendLogRecord(const QString& path, const QString& line);
 
 } // namespace tavik

@@ -55,9 +55,10 @@ QString firstFileForKey(const QString& packageFolder, const QString& key) {
 
 QString NextFreeKey(const QString& packageFolder) {
     // One listing instead of one search per number: keys are digits, so a key names a file
-    // exactly when it begins the run of digits the file's name starts with.
+    // exactly when it begins the run of digits the file's name starts with. A link counts
+    // like a file, wherever it points: a new sound must never be written through it.
     QSet<QString> taken;
-    for (const QString& name : ListFiles(NativePath(packageFolder))) {
+    for (const QString& name : ListFilesAndLinks(NativePath(packageFolder))) {
         qsizetype digits = 0;
         while (digits < name.size() && name[digits] >= u'0' && name[digits] <= u'9')
             ++digits;

@@ -23,7 +23,7 @@ QString FormatKey(std::int32_t number);
 // Anything else (an empty key, a path, a wildcard, a fixed file's name) names no file.
 bool IsAnnouncementKey(const QString& key);
 
-// The lowest key, counting from 0, that names no file in the package folder.
+// The lowest key, counting from 0, that names no file and no link in the package folder.
 QString NextFreeKey(const QString& packageFolder);
 
 // The full path of the first file in the package folder whose name begins with `key`, or

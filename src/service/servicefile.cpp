@@ -180,8 +180,15 @@ ServiceReadResult ReadServiceFile(const QString& path, bool deleteEmpty) {
 void WriteServiceFile(const QString& path, const QByteArray& bytes) {
     QByteArray whole = bytes;
     QFile old(path);
-    if (old.size() > bytes.size() && old.open(QIODevice::ReadOnly) && old.seek(bytes.size()))
-        whole.append(old.readAll());
+    if (!IsLink(path) && old.size() > bytes.size()) {
+        // The tail is part of what the file must hold afterwards: a failed read saves nothing.
+        if (!old.open(QIODevice::ReadOnly) || !old.seek(bytes.size()))
+            throw RuntimeError(rt::PathFileAccess);
+        const QByteArray tail = old.readAll();
+        if (old.error() != QFileDevice::NoError || tail.size() != old.size() - bytes.size())
+            throw RuntimeError(rt::DeviceIO);
+        whole.append(tail);
+    }
     WriteFileAtomically(path, whole);
 }
 

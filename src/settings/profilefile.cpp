@@ -61,7 +61,15 @@ std::uint32_t saveProfile(const QString& path, const ProfileText& profile) {
     try {
         WriteFileAtomically(path, encodeProfileText(profile));
     } catch (const RuntimeError& e) {
-        return e.number() == rt::PathNotFound ? error::PathNotFound : error::AccessDenied;
+        // The old file stays as it was; the caller learns why, as from the system's write.
+        switch (e.number()) {
+        case rt::PathNotFound:
+            return error::PathNotFound;
+        case rt::DiskFull:
+            return error::DiskFull;
+        default:
+            return error::AccessDenied;
+        }
     }
     return error::None;
 }

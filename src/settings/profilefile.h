@@ -13,6 +13,7 @@ inline constexpr std::uint32_t FileNotFound = 2;
 inline constexpr std::uint32_t PathNotFound = 3;
 inline constexpr std::uint32_t AccessDenied = 5;
 inline constexpr std::uint32_t InvalidParameter = 87;
+inline constexpr std::uint32_t DiskFull = 112;
 inline constexpr std::uint32_t InvalidName = 123;
 } // namespace error
 

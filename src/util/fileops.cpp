@@ -7,8 +7,161 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <algorithm>
+#include <cerrno>
+#include <mutex>
+#include <optional>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace tavik {
+
+namespace {
+
+constexpr qint64 kCopyBlock = 1 << 20;
+
+std::mutex& faultMutex() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+std::optional<WriteFault>& pendingFault() {
+    static std::optional<WriteFault> fault;
+    return fault;
+}
+
+// The fault this checked write is to meet, if the test seam holds one for it.
+std::optional<WriteFault> takeFault() {
+    const std::lock_guard lock(faultMutex());
+    std::optional<WriteFault>& pending = pendingFault();
+    if (!pending)
+        return std::nullopt;
+    if (--pending->call > 0)
+        return std::nullopt;
+    const WriteFault fault = *pending;
+    pending.reset();
+    return fault;
+}
+
+[[noreturn]] void raiseSystemError(int systemError) {
+    throw RuntimeError(rt::FromSystemError(systemError));
+}
+
+void failIfAt(const std::optional<WriteFault>& fault, WriteStep step) {
+    if (fault && fault->step == step)
+        raiseSystemError(fault->systemError);
+}
+
+// A file is written only in a folder that exists, never over a folder, never through a link.
+void refuseAsTarget(const QString& path) {
+    const QFileInfo info(path);
+    if (IsLink(path) || info.isDir())
+        throw RuntimeError(rt::PathFileAccess);
+    if (!QFileInfo(info.absolutePath()).isDir())
+        throw RuntimeError(rt::PathNotFound);
+}
+
+// Writes every byte or raises the runtime's error for what the system answered. Straight to
+// the descriptor where there is one, so the system's own error number is known.
+void writeAll(QFileDevice& file, const char* data, qint64 size,
+              const std::optional<WriteFault>& fault) {
+    if (fault && fault->step == WriteStep::Write) {
+        writeAll(file, data, size / 2, std::nullopt);
+        raiseSystemError(fault->systemError);
+    }
+#ifdef Q_OS_UNIX
+    const int fd = file.handle();
+    if (fd >= 0) {
+        while (size > 0) {
+            const ssize_t done = ::write(fd, data, static_cast<size_t>(size));
+            if (done < 0 && errno == EINTR)
+                continue;
+            if (done < 0)
+                raiseSystemError(errno);
+            if (done == 0)
+                raiseSystemError(ENOSPC);
+            data += done;
+            size -= done;
+        }
+        return;
+    }
+#endif
+    if (file.write(data, size) != size || !file.flush())
+        throw RuntimeError(rt::PathFileAccess);
+}
+
+void syncToDisk(QFileDevice& file) {
+#ifdef Q_OS_UNIX
+    const int fd = file.handle();
+    // A file system that cannot sync says so with EINVAL; that is no failed write.
+    if (fd >= 0 && ::fsync(fd) != 0 && errno != EINVAL)
+        raiseSystemError(errno);
+#else
+    if (!file.flush())
+        throw RuntimeError(rt::PathFileAccess);
+#endif
+}
+
+// One checked replacement of a file: a temporary beside it, every write checked, synced, then
+// renamed over the old file. Dropped without commit(), the temporary goes and the old file
+// stays as it was.
+class CheckedSave {
+public:
+    explicit CheckedSave(const QString& path) : file_(path) {
+        refuseAsTarget(path);
+        fault_ = takeFault();
+        failIfAt(fault_, WriteStep::Open);
+        // Unbuffered: nothing waits in a buffer to fail unseen when the file is committed.
+        if (!file_.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            throw RuntimeError(rt::PathFileAccess);
+        // QSaveFile writes to a link's target: a link made since the test above ends it here.
+        if (IsLink(path))
+            throw RuntimeError(rt::PathFileAccess);
+    }
+
+    void write(const char* data, qint64 size) { writeAll(file_, data, size, fault_); }
+
+    void commit() {
+        failIfAt(fault_, WriteStep::Sync);
+        syncToDisk(file_);
+        if (fault_ && fault_->step == WriteStep::Commit) {
+            file_.cancelWriting();
+            file_.commit();
+            raiseSystemError(fault_->systemError);
+        }
+        // A link made after the open is replaced by the file, not followed: rename works so.
+        if (!file_.commit())
+            throw RuntimeError(rt::PathFileAccess);
+    }
+
+private:
+    QSaveFile file_;
+    std::optional<WriteFault> fault_;
+};
+
+} // namespace
+
+bool IsLink(const QString& path) {
+    const QFileInfo info(path);
+    return info.isSymbolicLink() || info.isJunction();
+}
+
+QStringList ListFilesAndLinks(const QString& folder) {
+    QDir dir(folder);
+    if (folder.isEmpty() || !dir.exists())
+        return {};
+    // System lists dangling links too; folders that are no links are left out below.
+    const QFileInfoList entries = dir.entryInfoList(QDir::Files | QDir::Dirs | QDir::System |
+                                                        QDir::Hidden | QDir::NoDotAndDotDot,
+                                                    QDir::NoSort);
+    QStringList names;
+    for (const QFileInfo& entry : entries) {
+        if (entry.isSymbolicLink() || entry.isJunction() || entry.isFile())
+            names << entry.fileName();
+    }
+    return names;
+}
 
 bool FileCheck(const QString& path, bool deleteEmpty) {
     if (path.isEmpty())
@@ -80,7 +233,18 @@ void FileCopy(const QString& source, const QString& destination) {
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly))
         throw RuntimeError(rt::PathFileAccess);
-    WriteFileAtomically(destination, in.readAll());
+    CheckedSave out(destination);
+    // Sound files can be large: copied in blocks, not read whole into memory.
+    QByteArray block(kCopyBlock, Qt::Uninitialized);
+    for (;;) {
+        const qint64 got = in.read(block.data(), block.size());
+        if (got < 0)
+            throw RuntimeError(rt::DeviceIO);
+        if (got == 0)
+            break;
+        out.write(block.constData(), got);
+    }
+    out.commit();
 }
 
 void Kill(const QString& path) {
@@ -109,16 +273,41 @@ void RmDir(const QString& path) {
 }
 
 void WriteFileAtomically(const QString& path, const QByteArray& bytes) {
-    const QFileInfo info(path);
-    if (!QFileInfo(info.absolutePath()).isDir())
-        throw RuntimeError(rt::PathNotFound);
-    if (info.isDir())
+    CheckedSave out(path);
+    out.write(bytes.constData(), bytes.size());
+    out.commit();
+}
+
+void AppendToFile(const QString& path, const QByteArray& bytes) {
+    refuseAsTarget(path);
+    const std::optional<WriteFault> fault = takeFault();
+    failIfAt(fault, WriteStep::Open);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered))
         throw RuntimeError(rt::PathFileAccess);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    // The link test above and the open are two steps: a link made in between is caught here.
+    if (IsLink(path))
         throw RuntimeError(rt::PathFileAccess);
-    if (file.write(bytes) != bytes.size() || !file.commit())
-        throw RuntimeError(rt::PathFileAccess);
+    const qint64 oldSize = file.size();
+    try {
+        writeAll(file, bytes.constData(), bytes.size(), fault);
+        failIfAt(fault, WriteStep::Sync);
+        failIfAt(fault, WriteStep::Commit);
+    } catch (...) {
+        // A record is written whole or not at all; what was there before stays.
+        file.resize(oldSize);
+        throw;
+    }
+}
+
+void InjectWriteFault(const WriteFault& fault) {
+    const std::lock_guard lock(faultMutex());
+    pendingFault() = fault;
+}
+
+void ClearWriteFault() {
+    const std::lock_guard lock(faultMutex());
+    pendingFault().reset();
 }
 
 } // namespace tavik

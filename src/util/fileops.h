@@ -24,14 +24,41 @@ QString DirFirst(const QString& folder, const QString& pattern);
 // The runtime's file statements. Each raises the runtime's error for what went wrong
 // (53 file not found, 75 path/file access error, 76 path not found).
 qint64 FileLen(const QString& path);
+// FileCopy writes like WriteFileAtomically: a failed copy leaves no partial destination.
 void FileCopy(const QString& source, const QString& destination);
 void Kill(const QString& path);
 void MkDir(const QString& path);
 void RmDir(const QString& path);
 
-// Writes `bytes` as the whole new content of `path` through a temporary file and a rename,
-// so a failed write leaves the old file as it was. Raises 76 when the folder is missing and
-// 75 for any other failure.
+// Whether `path` itself is a symbolic link (on Windows also a junction), whatever it points
+// to and whether that exists. Nothing is ever written through one.
+bool IsLink(const QString& path);
+
+// The names of the plain files and of the links of a folder, dangling links included: every
+// name a new file could collide with.
+QStringList ListFilesAndLinks(const QString& folder);
+
+// Writes `bytes` as the whole new content of `path` through a temporary file and a rename.
+// Every write, the flush and the sync are checked before the rename, so a failure leaves the
+// old file byte for byte and no temporary file behind. Raises 76 when the folder is missing,
+// 75 when `path` is a folder or a link, and otherwise the runtime's error for what the system
+// answered (61 for a full disk).
 void WriteFileAtomically(const QString& path, const QByteArray& bytes);
+
+// Appends `bytes` to `path`, creating it when missing. All or nothing: a failed write cuts
+// the file back to its old length. Raises the same errors as WriteFileAtomically.
+void AppendToFile(const QString& path, const QByteArray& bytes);
+
+// A seam for tests: makes one of the coming checked writes (WriteFileAtomically, AppendToFile,
+// FileCopy) fail as if the system had answered `systemError` at `step`. At the write step
+// half of the first block reaches the disk first, as on a disk that fills up mid-write.
+enum class WriteStep { Open, Write, Sync, Commit };
+struct WriteFault {
+    int call = 1; // 1 is the next checked write, 2 the one after it, ...
+    WriteStep step = WriteStep::Write;
+    int systemError = 0;
+};
+void InjectWriteFault(const WriteFault& fault);
+void ClearWriteFault();
 
 } // namespace tavik

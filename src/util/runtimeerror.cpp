@@ -1,5 +1,7 @@
 #include "runtimeerror.h"
 
+#include <cerrno>
+
 namespace tavik {
 
 RuntimeError::RuntimeError(int number, QString description)
@@ -58,3 +60,25 @@ QString RuntimeError::defaultDescription(int number) {
 }
 
 } // namespace tavik
+
+namespace tavik::rt {
+
+int FromSystemError(int systemError) {
+    switch (systemError) {
+    case ENOSPC:
+#ifdef EDQUOT
+    case EDQUOT:
+#endif
+    case EFBIG:
+        return DiskFull;
+    case ENOENT:
+    case ENOTDIR:
+        return PathNotFound;
+    case EIO:
+        return DeviceIO;
+    default:
+        return PathFileAccess;
+    }
+}
+
+} // namespace tavik::rt

@@ -34,6 +34,8 @@ inline constexpr int SubscriptOutOfRange = 9;
 inline constexpr int TypeMismatch = 13;
 inline constexpr int BadFileName = 52;
 inline constexpr int FileNotFound = 53;
+inline constexpr int DeviceIO = 57;
+inline constexpr int DiskFull = 61;
 inline constexpr int InputPastEnd = 62;
 inline constexpr int PermissionDenied = 70;
 inline constexpr int PathFileAccess = 75;
@@ -41,6 +43,10 @@ inline constexpr int PathNotFound = 76;
 // Raised by the list controls.
 inline constexpr int IndexOutOfBounds = 35600;
 inline constexpr int KeyNotUnique = 35602;
+
+// The runtime's number for a system error (errno) met while reading or writing a file: 61 for
+// a full disk, 75 for a refused access, 76 for a missing folder, 57 for a device error.
+int FromSystemError(int systemError);
 } // namespace rt
 
 } // namespace tavik

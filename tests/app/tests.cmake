@@ -6,5 +6,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/frmcheck_test.cpp
     app/frmmain_test.cpp
     app/frmstatus_test.cpp
+    app/mainwindow_writes_test.cpp
     app/tavikapplication_test.cpp
 )

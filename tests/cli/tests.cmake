@@ -5,4 +5,5 @@ list(APPEND TAVIK_CORE_TESTS
     cli/check_command_test.cpp
     cli/write_command_test.cpp
     cli/new_import_command_test.cpp
+    cli/toolwrites_test.cpp
 )

@@ -1,10 +1,12 @@
 #include "dialogs/newpackage.h"
 #include "support/errorof.h"
 #include "support/tempdir.h"
+#include "support/writefault.h"
 #include "util/runtimeerror.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <cerrno>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -124,4 +126,22 @@ TEST(DescriptionForFile, WritesEveryLineBreakAsCrLf) {
     EXPECT_EQ(DescriptionForFile(QStringLiteral("a\nb\n")), QStringLiteral("a\r\nb\r\n"));
     EXPECT_EQ(DescriptionForFile(QStringLiteral("a\r\nb")), QStringLiteral("a\r\nb"));
     EXPECT_EQ(DescriptionForFile(QString()), QString());
+}
+
+TEST(SaveTextToFile, AFailedWriteKeepsTheOlderFileByteForByte) {
+    TempDir dir;
+    const QString path = dir.write("Package.txt", QByteArray("alt\0text", 8));
+    tavik::test::ScopedWriteFault fault(WriteStep::Write, ENOSPC);
+    EXPECT_EQ(errorOf([&] { SaveTextToFile(QStringLiteral("neu"), path); }), rt::DiskFull);
+    EXPECT_EQ(readAll(path), QByteArray("alt\0text", 8));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"Package.txt"});
+}
+
+TEST(WritesDescription, TheInformationModeWritesOnlyAnEditedDescription) {
+    EXPECT_FALSE(WritesDescription(false, QStringLiteral("Text"), QStringLiteral("Text")));
+    EXPECT_TRUE(WritesDescription(false, QStringLiteral("Text!"), QStringLiteral("Text")));
+    EXPECT_FALSE(WritesDescription(false, QString(), QStringLiteral("Text")));
+    EXPECT_TRUE(WritesDescription(true, QStringLiteral("Text"), QString()));
+    EXPECT_TRUE(WritesDescription(true, QStringLiteral("Text"), QStringLiteral("Text")));
+    EXPECT_FALSE(WritesDescription(true, QString(), QString()));
 }

@@ -3,10 +3,14 @@
 #include "package/packagesettings.h"
 #include "support/errorof.h"
 #include "support/tempdir.h"
+#include "support/treesnapshot.h"
+#include "support/writefault.h"
 #include "util/conversions.h"
+#include "util/runtimeerror.h"
 
 #include <QDir>
 #include <QFile>
+#include <cerrno>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -115,4 +119,35 @@ TEST(ImportSoundFiles, AnExtensionWithAFolderInItFailsInsideThePackage) {
     EXPECT_TRUE(QDir(package.path()).entryList(QDir::NoDotAndDotDot | QDir::AllEntries).isEmpty());
     EXPECT_TRUE(QDir(source.path()).entryList(QDir::Files).isEmpty());
     EXPECT_EQ(ReadIndexCount(store), 0);
+}
+
+TEST(ImportSoundFiles, ACopyThatFailsMidwayLeavesNoPartialSoundFile) {
+    TempDir source, package;
+    clsZELDB store;
+    const QString a = source.write("a.wav", QByteArray(5000, 'a'));
+    const QString b = source.write("b.wav", QByteArray(5000, 'b'));
+    tavik::test::ScopedWriteFault fault(WriteStep::Write, ENOSPC, 2);
+    EXPECT_EQ(errorOf([&] {
+                  ImportSoundFiles({{a, "A"}, {b, "B"}}, package.path(), store);
+              }),
+              rt::DiskFull);
+    EXPECT_EQ(QDir(package.path())
+                  .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
+              QStringList{"0000.wav"});
+    EXPECT_EQ(readAll(package.file("0000.wav")), QByteArray(5000, 'a'));
+    EXPECT_EQ(ReadIndexCount(store), 1);
+}
+
+TEST(ImportSoundFiles, ALinkNamedLikeAKeyIsPassedOverAndItsTargetStays) {
+    TempDir root;
+    clsZELDB store;
+    const QString outside = root.write("outside/victim.wav", "victim");
+    const QString sound = root.write("in/new.wav", "new sound");
+    QDir().mkpath(root.file("package"));
+    ASSERT_TRUE(QFile::link(outside, root.file("package/0000.wav")));
+    const tavik::test::TreeSnapshot before(root.path(), {root.file("package")});
+    EXPECT_EQ(ImportSoundFiles({{sound, "Neu"}}, root.file("package"), store), QStringList{"0001"});
+    EXPECT_EQ(readAll(root.file("package/0001.wav")), QByteArray("new sound"));
+    EXPECT_EQ(tavik::test::TreeSnapshot(root.path(), {root.file("package")}).changesSince(before),
+              QStringList());
 }

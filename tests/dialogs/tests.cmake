@@ -13,8 +13,10 @@ list(APPEND TAVIK_WIDGET_TESTS
     dialogs/frmnew_test.cpp
     dialogs/frmopen_test.cpp
     dialogs/frmsetting_test.cpp
+    dialogs/import_writes_test.cpp
     dialogs/mainwindowdialogs_test.cpp
     dialogs/package_endtoend_test.cpp
     dialogs/package_script_test.cpp
+    dialogs/packageinfo_writes_test.cpp
     dialogs/sounddrop_test.cpp
 )

@@ -4,12 +4,14 @@
 #include "log/logsettings.h"
 #include "log/richtextbox.h"
 #include "support/tempdir.h"
+#include "support/writefault.h"
 #include "util/runtimeerror.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QTest>
+#include <cerrno>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -129,4 +131,28 @@ TEST(EventLog, AMissingLogFolderRaisesTheRuntimeErrorToTheCaller) {
     }
     // The line still reached the viewer before the file was tried.
     EXPECT_EQ(log.viewer()->txtDebug()->text(), QStringLiteral("READY\r\n"));
+}
+
+TEST(EventLog, ALineThatCannotBeWrittenRaisesItsErrorAndTheLogFileKeepsWhatItHad) {
+    TempDir dir;
+    QDir(dir.path()).mkpath(QStringLiteral("res/log"));
+    WriteLogToFile(dir.path(), true);
+    EventLog log(dir.path());
+    log.WriteLog(QStringLiteral("READY"));
+    {
+        ScopedWriteFault fault(WriteStep::Write, ENOSPC);
+        try {
+            log.WriteLog(QStringLiteral("PLAY 'A1' 'Gong'"));
+            FAIL() << "no error raised";
+        } catch (const RuntimeError& e) {
+            EXPECT_EQ(e.number(), rt::DiskFull);
+        }
+    }
+    EXPECT_EQ(readAll(dir.file(QStringLiteral("res/log/Tavik.log"))), QByteArray("\"READY\"\r\n"));
+    // The viewer has the line all the same, and the next one reaches the file whole.
+    log.WriteLog(QStringLiteral("READY"));
+    EXPECT_EQ(log.viewer()->txtDebug()->text(),
+              QStringLiteral("READY\r\nPLAY 'A1' 'Gong'\r\nREADY\r\n"));
+    EXPECT_EQ(readAll(dir.file(QStringLiteral("res/log/Tavik.log"))),
+              QByteArray("\"READY\"\r\n\"READY\"\r\n"));
 }

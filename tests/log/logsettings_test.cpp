@@ -1,10 +1,12 @@
 #include "log/logsettings.h"
 #include "support/tempdir.h"
+#include "support/writefault.h"
 #include "util/apppath.h"
 #include "util/runtimeerror.h"
 
 #include <QDir>
 #include <QFile>
+#include <cerrno>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -72,4 +74,30 @@ TEST(LogRecord, AFileThatCannotBeOpenedRaisesPathFileAccess) {
     } catch (const RuntimeError& e) {
         EXPECT_EQ(e.number(), rt::PathFileAccess);
     }
+}
+
+TEST(LogRecord, AFailedRecordRaisesItsErrorAndLeavesTheLogAsItWas) {
+    TempDir dir;
+    const QString path = dir.write(QStringLiteral("Tavik.log"), "\"READY\"\r\n");
+    tavik::test::ScopedWriteFault fault(WriteStep::Write, ENOSPC);
+    try {
+        AppendLogRecord(path, QStringLiteral("PLAY 'A1' 'Gleis 1'"));
+        FAIL() << "no error raised";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), rt::DiskFull);
+    }
+    EXPECT_EQ(tavik::test::readAll(path), QByteArray("\"READY\"\r\n"));
+}
+
+TEST(LogRecord, ALinkedLogFileIsRefusedWith75) {
+    TempDir dir;
+    const QString outside = dir.write(QStringLiteral("elsewhere/other.txt"), "other");
+    ASSERT_TRUE(QFile::link(outside, dir.file(QStringLiteral("Tavik.log"))));
+    try {
+        AppendLogRecord(dir.file(QStringLiteral("Tavik.log")), QStringLiteral("READY"));
+        FAIL() << "no error raised";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), rt::PathFileAccess);
+    }
+    EXPECT_EQ(tavik::test::readAll(outside), QByteArray("other"));
 }

@@ -4,6 +4,7 @@ list(APPEND TAVIK_CORE_TESTS
     package/demopackage_test.cpp
     package/zeldb_hostile_test.cpp
     package/packagefolder_test.cpp
+    package/packagewrites_test.cpp
     package/packagetext_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/package_index_input.cpp
 )

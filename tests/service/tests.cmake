@@ -1,6 +1,7 @@
 list(APPEND TAVIK_CORE_TESTS
     service/serviceeditorrules_test.cpp
     service/servicefile_test.cpp
+    service/servicefilewrite_test.cpp
     service/servicefiles_test.cpp
     service/servicesentences_test.cpp
     service/service_hostile_test.cpp
@@ -13,5 +14,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_test.cpp
     service/frmdienst_sentence_test.cpp
     service/frmdienst_files_test.cpp
+    service/frmdienst_writes_test.cpp
     service/dienst_endtoend_test.cpp
 )

@@ -6,6 +6,7 @@ list(APPEND TAVIK_CORE_TESTS
     settings/languagefiles_test.cpp
     settings/modini_test.cpp
     settings/profilerules_test.cpp
+    settings/profilewrite_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp

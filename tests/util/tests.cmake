@@ -1,9 +1,11 @@
 list(APPEND TAVIK_CORE_TESTS
     util/conversions_test.cpp
     util/cp1252_test.cpp
+    util/checkedwrite_test.cpp
     util/fileops_test.cpp
     util/placement_test.cpp
     util/numberinput_test.cpp
+    util/fulldisk_test.cpp
     util/vbstrings_test.cpp
 )
 # The report list, its row routines and the push button.

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+
+namespace tavik::test {
+
+// A real, tiny file system (tmpfs) mounted on a fresh folder, to meet a full disk as a user
+// does. Mounting needs root; when it is not permitted, mounted() is false and whyNot() says
+// why, for the test's skip message. Unmounted again when it goes.
+class SmallFileSystem {
+public:
+    SmallFileSystem(const QString& mountPoint, qint64 bytes);
+    ~SmallFileSystem();
+    SmallFileSystem(const SmallFileSystem&) = delete;
+    SmallFileSystem& operator=(const SmallFileSystem&) = delete;
+
+    bool mounted() const { return mounted_; }
+    const QString& whyNot() const { return whyNot_; }
+    const QString& path() const { return path_; }
+
+    // Takes every free byte that is left with a file of its own (outside what the test looks
+    // at when it is given another name); returns how many bytes that took.
+    qint64 fill(const QString& fillerName = QStringLiteral(".filler"));
+
+private:
+    QString path_;
+    bool mounted_ = false;
+    QString whyNot_;
+};
+
+} // namespace tavik::test
