@@ -29,5 +29,8 @@ int main(int argc, char** argv) {
     if (!window.FormLoad())
         return 0;
     window.show();
-    return app.exec();
+    const int code = app.exec();
+    // A sound still playing is heard to its end before the program goes.
+    backend->drain();
+    return code;
 }

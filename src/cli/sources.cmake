@@ -5,4 +5,5 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/measurecommand.cpp
     cli/inicommand.cpp
     cli/playcommand.cpp
+    cli/rendercommand.cpp
 )

@@ -16,7 +16,8 @@ const char* const kUsage =
     "       tavik delete PATH KEY ITEM\n"
     "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n"
     "       tavik measure FILE...\n"
-    "       tavik play PACKAGE SERVICE [SENTENCE]\n";
+    "       tavik play PACKAGE SERVICE [SENTENCE]\n"
+    "       tavik render PACKAGE SERVICE SENTENCE -o OUT.wav [--rate HZ] [--channels 1|2]\n";
 
 } // namespace
 
@@ -54,6 +55,8 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return measureCommand(rest, out, err);
     if (verb == u"play")
         return playCommand(rest, out, err);
+    if (verb == u"render")
+        return renderCommand(rest, out, err);
     if (verb == u"--help" || verb == u"-h" || verb == u"help") {
         out << kUsage;
         return 0;

@@ -20,6 +20,7 @@ int deleteCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int iniCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int measureCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int playCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 
 // One line on `err`: "tavik: <file>: <problem>". Returns 2.
 int fail(QTextStream& err, const QString& file, const QString& problem);

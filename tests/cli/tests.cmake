@@ -2,4 +2,5 @@ list(APPEND TAVIK_CORE_TESTS
     cli/tool_test.cpp
     cli/measure_command_test.cpp
     cli/ini_command_test.cpp
+    cli/render_command_test.cpp
 )

@@ -14,4 +14,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_sentence_test.cpp
     service/frmdienst_files_test.cpp
     service/dienst_endtoend_test.cpp
+    service/frmdienst_export_test.cpp
 )
