@@ -17,13 +17,17 @@ namespace {
 // The first part of every opened sound is converted at once; the decoder thread has this long
 // to open the file for the rest.
 constexpr double kHeadSeconds = 0.4;
-constexpr unsigned long kFramesPerBuffer = 256;
+// Buffers of about 23 ms with 50 ms asked of the device: small buffers underrun on a busy
+// machine (the sound server's plug-in then drops frames), while the schedule does not depend on
+// the buffer size.
+constexpr unsigned long kFramesPerBuffer = 1024;
+constexpr double kDeviceLatency = 0.050;
 // Beyond the device's own latency: room for a late callback before a start would be late.
 constexpr double kSafety = 0.005;
 
 // A stream of the ALSA plug-in for PulseAudio makes its first few buffers, then stands still
 // for up to two seconds before it runs steadily; the output counts as running after this many.
-constexpr int kRunningAfterCallbacks = 40;
+constexpr int kRunningAfterCallbacks = 20;
 constexpr auto kStartLimit = std::chrono::seconds(5);
 
 QString paProblem(PaError error) {
@@ -139,7 +143,7 @@ std::shared_ptr<PortAudioOutput> PortAudioOutput::open(QString& problem) {
     PaStreamParameters parameters{};
     parameters.device = device;
     parameters.sampleFormat = paFloat32;
-    parameters.suggestedLatency = info->defaultLowOutputLatency;
+    parameters.suggestedLatency = std::max(kDeviceLatency, info->defaultLowOutputLatency);
     // Stereo at CD rate when the device takes it, else what the device prefers; the format
     // is checked before the stream is opened.
     const int channelChoices[] = {std::min(2, info->maxOutputChannels), 1};
