@@ -84,8 +84,9 @@ void StreamDecoder::run() {
         std::shared_ptr<PreparedSound> toPrepare;
         {
             std::unique_lock lock(mutex_);
-            // Feeds are checked often; their rings hold far more than this.
-            wake_.wait_for(lock, std::chrono::milliseconds(20), [this] {
+            // A feed holds a second of sound: looking at them ten times a second keeps them full
+            // and costs next to nothing while they are.
+            wake_.wait_for(lock, std::chrono::milliseconds(100), [this] {
                 return quit_ || poked_ || !newFeeds_.empty() || !preparing_.empty();
             });
             if (quit_)
