@@ -26,7 +26,8 @@ constexpr double kDeviceLatency = 0.050;
 constexpr double kSafety = 0.005;
 
 // A stream of the ALSA plug-in for PulseAudio makes its first few buffers, then stands still
-// for up to two seconds before it runs steadily; the output counts as running after this many.
+// for up to two seconds before it runs steadily; the output counts as running after this many
+// buffers in a row came on time.
 constexpr int kRunningAfterCallbacks = 20;
 constexpr auto kStartLimit = std::chrono::seconds(5);
 
@@ -77,6 +78,10 @@ struct PortAudioOutput::Stream {
     bool anchored = false;
     std::atomic<double> largestLead{0}; // how far ahead of the clock a buffer was made
     std::atomic<int> callbacks{0};
+    // The count of callbacks when one last came late (more than two buffers after the one
+    // before): the stream runs steadily once enough have come on time since.
+    std::atomic<int> lastLateCallback{0};
+    double lastCallbackAt = -1;
 
     ~Stream() {
         if (stream) {
@@ -88,6 +93,11 @@ struct PortAudioOutput::Stream {
     }
 
     int callback(float* out, unsigned long frames, const PaStreamCallbackTimeInfo* time) {
+        const double bufferSeconds = static_cast<double>(frames) / format.sampleRate;
+        if (lastCallbackAt >= 0 && time->currentTime - lastCallbackAt > 2 * bufferSeconds)
+            lastLateCallback.store(callbacks.load(std::memory_order_relaxed),
+                                   std::memory_order_relaxed);
+        lastCallbackAt = time->currentTime;
         double dac = time->outputBufferDacTime;
         if (dac <= 0)
             dac = time->currentTime + Pa_GetStreamInfo(stream)->outputLatency;
@@ -179,10 +189,13 @@ std::shared_ptr<PortAudioOutput> PortAudioOutput::open(QString& problem) {
     // The latency is measured once, on the running stream: the device's own plus how far
     // ahead of it buffers are made.
     const auto deadline = std::chrono::steady_clock::now() + kStartLimit;
-    while (s.callbacks.load(std::memory_order_acquire) < kRunningAfterCallbacks &&
-           std::chrono::steady_clock::now() < deadline)
+    auto steady = [&s] {
+        return s.callbacks.load(std::memory_order_acquire) - s.lastLateCallback.load() >=
+               kRunningAfterCallbacks;
+    };
+    while (!steady() && std::chrono::steady_clock::now() < deadline)
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    if (s.callbacks.load() < kRunningAfterCallbacks) {
+    if (!steady()) {
         problem = QStringLiteral("the device does not run");
         return {};
     }
