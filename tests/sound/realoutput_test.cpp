@@ -249,7 +249,9 @@ TEST(RealOutput, ABusyWindowThreadCausesNoDropout) {
     const QList<Command> stops = only(sent, "stop");
     ASSERT_EQ(plays.size(), 1);
     ASSERT_EQ(stops.size(), 1);
-    EXPECT_NEAR(framesToMs(heard[0].cut - heard[0].onset), stops[0].ms - plays[0].ms, kToleranceMs);
+    // Heard to its stop, or to its end when the stop came after it.
+    EXPECT_NEAR(framesToMs(heard[0].cut - heard[0].onset),
+                std::min(stops[0].ms - plays[0].ms, 2000.0), kToleranceMs);
 }
 
 namespace {
