@@ -33,5 +33,8 @@ int main(int argc, char** argv) {
     if (!started)
         return 0;
     window.show();
-    return app.exec();
+    const int code = app.exec();
+    // A sound still playing is heard to its end before the program goes.
+    backend->drain();
+    return code;
 }

@@ -13,6 +13,13 @@ MciBackend::Result EmulatorBackend::sendString(const QString& command, int reply
     return {reply.code, reply.text.left(room)};
 }
 
+MciBackend::Result EmulatorBackend::sendOpen(const QString& command, const OpenElement& element,
+                                             qintptr callbackWindow) {
+    Q_UNUSED(callbackWindow);
+    MciEmulator::Reply reply = emulator_.sendOpen(command, element.path, element.inCommand);
+    return {reply.code, {}};
+}
+
 QString EmulatorBackend::errorString(int code) {
     switch (code) {
     case mci::NoError:

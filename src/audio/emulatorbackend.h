@@ -10,8 +10,15 @@ class EmulatorBackend : public MciBackend {
 public:
     explicit EmulatorBackend(MciEmulator::Clock clock = {}) : emulator_(std::move(clock)) {}
 
+    EmulatorBackend(MciEmulator::Clock clock, std::shared_ptr<SoundOutput> output)
+        : emulator_(std::move(clock), std::move(output)) {}
+
     Result sendString(const QString& command, int replyLength, qintptr callbackWindow) override;
+    Result sendOpen(const QString& command, const OpenElement& element,
+                    qintptr callbackWindow) override;
     QString errorString(int code) override;
+    void setDeviceLog(LogSink log) override { emulator_.setDeviceLog(std::move(log)); }
+    void drain() override { emulator_.drain(); }
 
     MciEmulator& emulator() { return emulator_; }
 

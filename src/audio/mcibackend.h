@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 namespace tavik {
 
@@ -13,10 +14,27 @@ public:
         QString text; // the reply, at most replyLength - 1 characters
     };
 
+    // An open command's file as the file system names it. The command text is 8-bit and holds
+    // the short form, which a back-end that can open any name does better without.
+    struct OpenElement {
+        QString path;      // the caller's path
+        QString inCommand; // the text the command holds for it
+    };
+    using LogSink = std::function<void(const QString&)>;
+
     virtual ~MciBackend() = default;
     // `replyLength` 0 means no reply buffer.
     virtual Result sendString(const QString& command, int replyLength, qintptr callbackWindow) = 0;
+    virtual Result sendOpen(const QString& command, const OpenElement& element,
+                            qintptr callbackWindow) {
+        Q_UNUSED(element);
+        return sendString(command, 0, callbackWindow);
+    }
     virtual QString errorString(int code) = 0;
+    // Where a failing sound device is reported.
+    virtual void setDeviceLog(LogSink log) { Q_UNUSED(log); }
+    // Returns once what is playing has been heard to its stop or end (at the program's end).
+    virtual void drain() {}
 };
 
 } // namespace tavik

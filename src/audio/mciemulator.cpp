@@ -57,8 +57,13 @@ qint64 MciEmulator::positionOf(const Device& device) const {
 
 SoundOutput& MciEmulator::output() {
     if (!output_)
-        output_ = createSoundOutput();
+        output_ = createSoundOutput(deviceLog_);
     return *output_;
+}
+
+void MciEmulator::drain() {
+    if (output_)
+        output_->drain();
 }
 
 void MciEmulator::settle(Device& device) {
@@ -72,14 +77,9 @@ void MciEmulator::play(Device& device) {
     settle(device);
     if (device.position >= device.info.lengthMs())
         device.position = device.info.lengthMs();
-    if (!device.decoded && output().needsSamples()) {
-        if (std::optional<DecodedSound> sound = decodeSound(device.path))
-            device.decoded = std::make_shared<const DecodedSound>(std::move(*sound));
-    }
     device.playing = true;
     device.startedAt = clock_();
-    if (device.decoded)
-        output().start(device.id, device.decoded, device.position);
+    output().start(device.id, device.sound, device.position);
 }
 
 MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
@@ -105,6 +105,7 @@ MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
     device.type = deviceType;
     device.info = *info;
     device.id = nextId_++;
+    device.sound = output().prepare(path, *info);
     devices_.insert(alias.toLower(), device);
     return ok(QString::number(device.id));
 }
@@ -122,6 +123,29 @@ MciEmulator::Reply MciEmulator::status(Device& device, const QStringList& words)
         return ok(playing ? QStringLiteral("playing") : QStringLiteral("stopped"));
     }
     return error(mci::UnrecognizedKeyword);
+}
+
+MciEmulator::Reply MciEmulator::sendOpen(const QString& text, const QString& path,
+                                         const QString& inCommand) {
+    const QString head = QStringLiteral("open ") + inCommand;
+    if (inCommand.isEmpty() || !text.startsWith(head, Qt::CaseInsensitive))
+        return send(text);
+    // What follows the element is "[type T] alias A".
+    const QStringList words = text.mid(head.size()).split(u' ', Qt::SkipEmptyParts);
+    QString type;
+    QString alias;
+    for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
+        const QString keyword = words[i].toLower();
+        if (keyword == u"type" && type.isEmpty())
+            type = words[i + 1];
+        else if (keyword == u"alias" && alias.isEmpty())
+            alias = words[i + 1];
+        else
+            return send(text);
+    }
+    if (words.size() % 2 != 0)
+        return send(text);
+    return open(path, type, alias.isEmpty() ? path : alias);
 }
 
 MciEmulator::Reply MciEmulator::send(const QString& text) {

@@ -21,10 +21,21 @@ public:
     // Milliseconds from any fixed start; the play positions are measured with it.
     using Clock = std::function<qint64()>;
 
-    // Without an output the emulator takes the system's at the first play.
+    using LogSink = std::function<void(const QString&)>;
+
+    // Without an output the emulator takes the system's at the first open, so the output runs
+    // before the first play.
     explicit MciEmulator(Clock clock = {}, std::shared_ptr<SoundOutput> output = {});
 
     Reply send(const QString& command);
+    // An open whose file is named by `path`; `inCommand` is what the command text holds in its
+    // place, so folder names with blanks, " type " or " alias " in them are not misread.
+    Reply sendOpen(const QString& command, const QString& path, const QString& inCommand);
+
+    // Where a sound device that cannot be opened is reported.
+    void setDeviceLog(LogSink log) { deviceLog_ = std::move(log); }
+    // Returns once what was started has been heard to its stop or end.
+    void drain();
 
     bool isOpen(const QString& alias) const;
     bool isPlaying(const QString& alias) const;
@@ -41,7 +52,7 @@ private:
         bool playing = false;
         qint64 position = 0;  // milliseconds, when the device last changed state
         qint64 startedAt = 0; // clock reading when play began
-        std::shared_ptr<const DecodedSound> decoded; // decoded at the first play
+        std::shared_ptr<const PreparedSound> sound; // made ready at open
     };
 
     Reply open(const QString& path, const QString& type, const QString& alias);
@@ -53,6 +64,7 @@ private:
 
     Clock clock_;
     std::shared_ptr<SoundOutput> output_;
+    LogSink deviceLog_;
     QHash<QString, Device> devices_; // by lower-case alias
     int nextId_ = 1;
 };

@@ -23,8 +23,13 @@ constexpr int kLengthReplyBuffer = 15;
 
 QString shortPathForOpen(const QString& path) {
     QString result = ShortPath(path);
+#ifdef Q_OS_WIN
     if (result.size() >= kShortPathBuffer)
         return {};
+#else
+    // There is no short-name buffer here: the path is its own short form at any length.
+    Q_UNUSED(kShortPathBuffer);
+#endif
     const qsizetype nul = result.indexOf(QChar(0));
     return nul < 0 ? result : result.left(nul);
 }
@@ -32,7 +37,9 @@ QString shortPathForOpen(const QString& path) {
 } // namespace
 
 modMCI::modMCI(MciBackend& backend, LogSink writeLog, ActiveWindow activeWindow)
-    : backend_(backend), writeLog_(std::move(writeLog)), activeWindow_(std::move(activeWindow)) {}
+    : backend_(backend), writeLog_(std::move(writeLog)), activeWindow_(std::move(activeWindow)) {
+    backend_.setDeviceLog(writeLog_);
+}
 
 MciBackend::Result modMCI::send(const QString& command, int replyLength, qintptr callbackWindow) {
     // Commands cross the interface as ANSI text: what the code page cannot hold becomes "?".
@@ -45,12 +52,16 @@ void modMCI::sendFromActiveWindow(const QString& command) {
 }
 
 std::int16_t modMCI::MciOpen(QString& path, const QString& alias, const QString& deviceType) {
+    const QString fullPath = path;
     path = shortPathForOpen(path);
     const QString command =
         UseFormat ? QStringLiteral("open ") + path + QStringLiteral(" type ") + deviceType +
                         QStringLiteral(" alias ") + alias
                   : QStringLiteral("open ") + path + QStringLiteral(" alias ") + alias;
-    const auto code = static_cast<std::int16_t>(send(command, 0, mciCallbackWindow).code);
+    const QString ansiCommand = fromCp1252(toCp1252(command));
+    const QString ansiPath = fromCp1252(toCp1252(path));
+    const auto code = static_cast<std::int16_t>(
+        backend_.sendOpen(ansiCommand, {fullPath, ansiPath}, mciCallbackWindow).code);
     QCoreApplication::processEvents();
     send(QStringLiteral("set ") + alias + QStringLiteral(" time format milliseconds"), 0, 0);
     if (code == 0)

@@ -15,6 +15,14 @@ MciBackend::Result RecordingBackend::sendString(const QString& command, int repl
     return result;
 }
 
+MciBackend::Result RecordingBackend::sendOpen(const QString& command, const OpenElement& element,
+                                              qintptr callbackWindow) {
+    const qint64 at = clock_();
+    Result result = inner_.sendOpen(command, element, callbackWindow);
+    entries_.append({at, command, result.code, callbackWindow});
+    return result;
+}
+
 QStringList RecordingBackend::commands() const {
     QStringList list;
     for (const Entry& e : entries_)

@@ -22,7 +22,11 @@ public:
     RecordingBackend(MciBackend& inner, Clock clock);
 
     Result sendString(const QString& command, int replyLength, qintptr callbackWindow) override;
+    Result sendOpen(const QString& command, const OpenElement& element,
+                    qintptr callbackWindow) override;
     QString errorString(int code) override { return inner_.errorString(code); }
+    void setDeviceLog(LogSink log) override { inner_.setDeviceLog(std::move(log)); }
+    void drain() override { inner_.drain(); }
 
     const QList<Entry>& entries() const { return entries_; }
     QStringList commands() const;

@@ -24,7 +24,9 @@ bool plausible(const SF_INFO& info) {
 }
 
 bool isWave(const SF_INFO& info) {
-    return (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV;
+    // The extensible header (what most tools write for 24- and 32-bit PCM) is a WAVE file too.
+    const int type = info.format & SF_FORMAT_TYPEMASK;
+    return type == SF_FORMAT_WAV || type == SF_FORMAT_WAVEX;
 }
 
 } // namespace

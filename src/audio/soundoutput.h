@@ -1,7 +1,10 @@
 #pragma once
 
+#include "audio/preparedsound.h"
 #include "audio/soundfile.h"
 
+#include <QString>
+#include <functional>
 #include <memory>
 
 namespace tavik {
@@ -11,21 +14,31 @@ namespace tavik {
 class SoundOutput {
 public:
     virtual ~SoundOutput() = default;
-    virtual void start(int voice, std::shared_ptr<const DecodedSound> sound, qint64 fromMs) = 0;
+    // Called when a sound is opened: what its plays will need, made ready ahead of them.
+    // Nothing for an output that plays by the clock alone.
+    virtual std::shared_ptr<const PreparedSound> prepare(const QString& path,
+                                                         const SoundInfo& info) {
+        Q_UNUSED(path);
+        Q_UNUSED(info);
+        return {};
+    }
+    // Takes effect at the moment of the call (plus the output's one fixed latency).
+    virtual void start(int voice, std::shared_ptr<const PreparedSound> sound, qint64 fromMs) = 0;
     virtual void stop(int voice) = 0;
-    // Whether started voices need their decoded samples; the null output plays by the clock.
-    virtual bool needsSamples() const { return true; }
+    // Returns once what was started so far has been heard to its stop or end.
+    virtual void drain() {}
 };
 
 // Hears nothing; the emulator keeps the same timing and state without it.
 class NullSoundOutput : public SoundOutput {
 public:
-    void start(int, std::shared_ptr<const DecodedSound>, qint64) override {}
+    void start(int, std::shared_ptr<const PreparedSound>, qint64) override {}
     void stop(int) override {}
-    bool needsSamples() const override { return false; }
 };
 
 // The default output device, or the null output when there is none or TAVIK_AUDIO is "null".
-std::shared_ptr<SoundOutput> createSoundOutput();
+// A device that cannot be opened is reported on `log` (one line) before the null output is
+// taken.
+std::shared_ptr<SoundOutput> createSoundOutput(const std::function<void(const QString&)>& log);
 
 } // namespace tavik

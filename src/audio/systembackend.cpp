@@ -35,10 +35,14 @@ public:
 } // namespace
 #endif
 
-std::unique_ptr<MciBackend> createSystemMciBackend() {
+std::unique_ptr<MciBackend> createSystemMciBackend(bool sound) {
 #ifdef Q_OS_WIN
+    Q_UNUSED(sound);
     return std::make_unique<WinmmBackend>();
 #else
+    if (!sound)
+        return std::make_unique<EmulatorBackend>(MciEmulator::Clock{},
+                                                 std::make_shared<NullSoundOutput>());
     return std::make_unique<EmulatorBackend>();
 #endif
 }

@@ -14,7 +14,7 @@ int measureCommand(const QStringList& args, QTextStream& out, QTextStream& err) 
         err << "usage: tavik measure FILE...\n";
         return 2;
     }
-    const std::unique_ptr<MciBackend> backend = createSystemMciBackend();
+    const std::unique_ptr<MciBackend> backend = createSystemMciBackend(false);
     QStringList errorLines;
     modMCI mci(*backend, [&](const QString& line) { errorLines << line; });
     // Opened the way the editor opens sounds, with its own "UseFormat" setting.

@@ -67,6 +67,8 @@ int playCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         out.flush();
         result = failRuntime(err, servicePath, error);
     }
+    // The last sound is heard to its stop before the program ends.
+    backend->drain();
     UnloadAnnouncementSounds(mci, table);
     out.flush();
     return result;

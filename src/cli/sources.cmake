@@ -10,4 +10,5 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/newcommand.cpp
     cli/importcommand.cpp
     cli/options.cpp
+    cli/rendercommand.cpp
 )

@@ -21,6 +21,7 @@ const char* const kUsage =
     "       tavik write JSON PATH\n"
     "       tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P]\n"
     "       tavik import PACKAGE FILE... [--title T]...\n";
+    "       tavik render PACKAGE SERVICE SENTENCE -o OUT.wav [--rate HZ] [--channels 1|2]\n";
 
 } // namespace
 
@@ -66,6 +67,8 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return newCommand(rest, out, err);
     if (verb == u"import")
         return importCommand(rest, out, err);
+    if (verb == u"render")
+        return renderCommand(rest, out, err);
     if (verb == u"--help" || verb == u"-h" || verb == u"help") {
         out << kUsage;
         return 0;

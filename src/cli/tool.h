@@ -24,6 +24,7 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int newCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 int importCommand(const QStringList& args, QTextStream& out, QTextStream& err);
+int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err);
 
 // One line on `err`: "tavik: <file>: <problem>". Returns 2.
 int fail(QTextStream& err, const QString& file, const QString& problem);

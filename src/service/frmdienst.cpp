@@ -61,6 +61,7 @@ frmDienst::frmDienst(frmMain& main) : QMainWindow(&main, Qt::Window), main_(main
     buildSentencePage();
     buildOpenPage();
     buildMenus();
+    buildExport();
 
     timer1_ = new QTimer(this);
     timer1_->setObjectName(QStringLiteral("Timer1"));

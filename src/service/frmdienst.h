@@ -76,6 +76,7 @@ public:
     QAction* mnuOpen() const { return mnuOpen_; }
     QAction* mnuSave() const { return mnuSave_; }
     QAction* mnuClose() const { return mnuClose_; }
+    QAction* mnuExport() const { return mnuExport_; }
     // page 0
     QLineEdit* txtTitle() const { return txtTitle_; }
     QLineEdit* txtAutor() const { return txtAutor_; }
@@ -149,6 +150,8 @@ public Q_SLOTS:
     void mnuOpen_Click();
     void mnuSave_Click();
     void mnuClose_Click();
+    // Saves the sentence selected in the service list as a WAVE file.
+    void mnuExport_Click();
     void Timer1_Timer();
 
 Q_SIGNALS:
@@ -165,6 +168,7 @@ private:
     void buildSentencePage();
     void buildOpenPage();
     void buildMenus();
+    void buildExport();
     void connectHandlers();
     void FormLoad();
     // Runs a handler from a control: a runtime error is reported and the editor goes on.
@@ -186,6 +190,7 @@ private:
     QAction* mnuOpen_ = nullptr;
     QAction* mnuSave_ = nullptr;
     QAction* mnuClose_ = nullptr;
+    QAction* mnuExport_ = nullptr;
 
     QLineEdit* txtTitle_ = nullptr;
     QLineEdit* txtAutor_ = nullptr;

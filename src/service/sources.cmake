@@ -12,6 +12,7 @@ list(APPEND TAVIK_CORE_SOURCES
 # The service editor window, one file per part: pages, the service, a sentence, the files.
 list(APPEND TAVIK_UI_SOURCES
     service/frmdienst.cpp
+    service/frmdienstexport.cpp
     service/frmdienstfiles.cpp
     service/frmdienstpages.cpp
     service/frmdienstservice.cpp

@@ -31,6 +31,13 @@ QString ShowOpenDialog(QWidget* owner, const QString& startFolder, const QString
     return QFileDialog::getOpenFileName(owner, title, startFolder, QtFilterFromWindows(filter));
 }
 
+QString ShowSaveDialog(QWidget* owner, const QString& startFolder, const QString& title,
+                       const QString& filter) {
+    if (handler())
+        return handler()({owner, startFolder, title, filter, true});
+    return QFileDialog::getSaveFileName(owner, title, startFolder, QtFilterFromWindows(filter));
+}
+
 FileDialogHandler SetFileDialogHandler(FileDialogHandler replacement) {
     FileDialogHandler previous = std::move(handler());
     handler() = std::move(replacement);

@@ -37,4 +37,45 @@ bool writeTone(const QString& path, long long frames, int sampleRate, int channe
     return written == frames;
 }
 
+namespace {
+
+bool writeFrames(const QString& path, int format, int sampleRate, int channels,
+                 const std::vector<float>& samples) {
+    SF_INFO info{};
+    info.samplerate = sampleRate;
+    info.channels = channels;
+    info.format = format;
+    const QByteArray name = QFile::encodeName(path);
+    SNDFILE* file = sf_open(name.constData(), SFM_WRITE, &info);
+    if (!file)
+        return false;
+    const auto frames = static_cast<sf_count_t>(samples.size() / channels);
+    const sf_count_t written = sf_writef_float(file, samples.data(), frames);
+    sf_close(file);
+    return written == frames;
+}
+
+} // namespace
+
+bool writeLevels(const QString& path, long long frames, int sampleRate,
+                 const std::vector<float>& levels, bool extensible) {
+    const auto channels = static_cast<int>(levels.size());
+    std::vector<float> samples;
+    samples.reserve(static_cast<std::size_t>(frames * channels));
+    for (long long i = 0; i < frames; ++i)
+        samples.insert(samples.end(), levels.begin(), levels.end());
+    const int format =
+        extensible ? (SF_FORMAT_WAVEX | SF_FORMAT_PCM_24) : (SF_FORMAT_WAV | SF_FORMAT_PCM_16);
+    return writeFrames(path, format, sampleRate, channels, samples);
+}
+
+bool writeSine(const QString& path, long long frames, int sampleRate, double hz) {
+    std::vector<float> samples(static_cast<std::size_t>(frames));
+    for (long long i = 0; i < frames; ++i)
+        samples[static_cast<std::size_t>(i)] =
+            0.5f *
+            static_cast<float>(std::sin(2.0 * M_PI * hz * static_cast<double>(i) / sampleRate));
+    return writeFrames(path, SF_FORMAT_WAV | SF_FORMAT_PCM_16, sampleRate, 1, samples);
+}
+
 } // namespace tavik::test

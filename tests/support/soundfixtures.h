@@ -1,11 +1,20 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
 namespace tavik::test {
 
 // Writes a sine tone of `frames` frames to `path` in the container the extension names
 // ("wav", "flac", "ogg", "mp3"). Returns false when this system cannot write that format.
 bool writeTone(const QString& path, long long frames, int sampleRate = 22050, int channels = 1);
+
+// Writes a 16-bit WAVE file whose every frame holds `levels` (one value per channel, full
+// scale 1.0); with `extensible` in the extensible header format and 24-bit samples.
+bool writeLevels(const QString& path, long long frames, int sampleRate,
+                 const std::vector<float>& levels, bool extensible = false);
+
+// Writes a 16-bit mono WAVE file of a sine of `hz` at amplitude 0.5.
+bool writeSine(const QString& path, long long frames, int sampleRate, double hz);
 
 } // namespace tavik::test

@@ -1,0 +1,97 @@
+#include "tool.h"
+
+#include "audio/emulatorbackend.h"
+#include "audio/modmci.h"
+#include "audio/sentencerender.h"
+#include "package/clszeldb.h"
+#include "service/packageannouncements.h"
+#include "service/servicefile.h"
+#include "settings/modini.h"
+#include "util/apppath.h"
+#include "util/conversions.h"
+#include "util/fileops.h"
+#include "util/runtimeerror.h"
+
+#include <QFileInfo>
+#include <algorithm>
+
+namespace tavik::cli {
+
+namespace {
+
+const char* const kRenderUsage =
+    "usage: tavik render PACKAGE SERVICE SENTENCE -o OUT.wav [--rate HZ] [--channels 1|2]\n";
+
+} // namespace
+
+int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+    QStringList positional;
+    QString outPath;
+    OutputFormat format; // 44,100 Hz stereo unless asked otherwise
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& arg = args[i];
+        if ((arg == u"-o" || arg == u"--rate" || arg == u"--channels") && i + 1 < args.size()) {
+            const QString value = args[++i];
+            bool ok = true;
+            if (arg == u"-o") {
+                outPath = value;
+            } else if (arg == u"--rate") {
+                format.sampleRate = value.toInt(&ok);
+                ok = ok && format.sampleRate >= 1000 && format.sampleRate <= 384000;
+            } else {
+                format.channels = value.toInt(&ok);
+                ok = ok && (format.channels == 1 || format.channels == 2);
+            }
+            if (!ok)
+                return fail(err, value, QStringLiteral("is not a valid value for ") + arg);
+        } else {
+            positional << arg;
+        }
+    }
+    if (positional.size() != 3 || outPath.isEmpty()) {
+        err << kRenderUsage;
+        return 2;
+    }
+    const QString indexPath = indexFilePath(positional[0]);
+    const QString servicePath = positional[1];
+
+    const ServiceReadResult service = ReadServiceFile(servicePath, false);
+    if (!service.ok())
+        return fail(err, servicePath, service.problem);
+    const auto sentence = std::find_if(service.sentences.cbegin(), service.sentences.cend(),
+                                       [&](const SatzRecord& s) { return s.Key == positional[2]; });
+    if (sentence == service.sentences.cend())
+        return fail(err, servicePath, QStringLiteral("no sentence with the key ") + positional[2]);
+
+    clsZELDB store;
+    if (!store.OpenIOFile(indexPath))
+        return fail(err, indexPath, store.lastRead().problem);
+
+    // The lengths come from the sounds opened as the editor opens them; nothing is played.
+    EmulatorBackend backend({}, std::make_shared<NullSoundOutput>());
+    modMCI mci(backend, {});
+    mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
+                                  QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
+                                  Variant::fromBoolean(false)));
+    AnnouncementTable table;
+    try {
+        AnnouncementLoadHooks hooks;
+        hooks.missingFile = [&](const QString& key, const QString& title) {
+            err << "tavik: " << indexPath << ": no sound file for " << key << " '" << title
+                << "'\n";
+        };
+        LoadAnnouncementTable(store, QFileInfo(indexPath).absolutePath(), mci, table, hooks);
+        const QByteArray wave = RenderSentenceWave(table, *sentence, format);
+        UnloadAnnouncementSounds(mci, table);
+        if (wave.isEmpty())
+            return fail(err, outPath, QStringLiteral("the sound cannot be written"));
+        WriteFileAtomically(outPath, wave);
+    } catch (const RuntimeError& error) {
+        UnloadAnnouncementSounds(mci, table);
+        return failRuntime(err, outPath, error);
+    }
+    out.flush();
+    return 0;
+}
+
+} // namespace tavik::cli

@@ -1,0 +1,109 @@
+#include "audio/soundfile.h"
+#include "audio/soundreader.h"
+#include "service/packagefixture.h"
+#include "service/servicebytes.h"
+#include "support/soundfixtures.h"
+#include "support/tempdir.h"
+#include "support/toolrun.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+#include <vector>
+
+using namespace tavik;
+using tavik::test::PackageFixture;
+using tavik::test::ServiceBytes;
+using tavik::test::TempDir;
+using tavik::test::tool;
+using tavik::test::ToolRun;
+using tavik::test::writeLevels;
+
+namespace {
+
+// Package "Linie" with a gong of 1,000 ms and a train of 800 ms, each a constant level.
+struct RenderFixture {
+    PackageFixture package{{{"0000", "Gong", 1000}, {"0001", "Zug", 800}}};
+    QString service;
+
+    RenderFixture() {
+        EXPECT_TRUE(writeLevels(package.folder + "/0000 Gong.wav", 44100, 44100, {0.25f}));
+        EXPECT_TRUE(writeLevels(package.folder + "/0001 Zug.wav", 17640, 22050, {0.5f, 0.0f}));
+        service = package.root.write(
+            "Data/Linie/_000000._",
+            ServiceBytes()
+                .header("Linie 4", "Tavik", "Werktags", "000000")
+                .count(1)
+                .sentence("0472", "Gong Zug ", {{"0000", -200}, {"0001", 300}, {"0000", 0}}));
+    }
+};
+
+std::vector<float> readWave(const QString& path, SoundInfo& info) {
+    info = probeSound(path).value_or(SoundInfo{});
+    SoundReader reader(path, {info.sampleRate, info.channels});
+    std::vector<float> samples(static_cast<std::size_t>(info.frames * info.channels));
+    reader.read(samples.data(), info.frames);
+    return samples;
+}
+
+} // namespace
+
+TEST(ToolRender, WritesTheSentenceAsThePlayerSchedulesIt) {
+    RenderFixture f;
+    const QString out = f.package.root.file("satz.wav");
+    const ToolRun r = tool({"render", f.package.folder, f.service, "0472", "-o", out});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    SoundInfo info;
+    const std::vector<float> s = readWave(out, info);
+    EXPECT_TRUE(info.wave);
+    EXPECT_EQ(info.sampleRate, 44100);
+    EXPECT_EQ(info.channels, 2);
+    // 800 + 1100 + 1000 ms
+    ASSERT_EQ(info.frames, 2900 * 441 / 10);
+    const auto left = [&](qint64 frame) { return s[static_cast<std::size_t>(frame * 2)]; };
+    EXPECT_NEAR(left(800 * 441 / 10 - 1), 0.25f, 1e-3);  // the gong, cut 200 ms early
+    EXPECT_NEAR(left(1200 * 441 / 10), 0.5f, 2e-3);      // the train, from 22,050 Hz
+    EXPECT_NEAR(s[1200 * 441 / 10 * 2 + 1], 0.0f, 2e-3); // its right channel is silent
+    EXPECT_NEAR(left(1750 * 441 / 10), 0.0f, 1e-3);      // then 300 ms of silence
+    EXPECT_NEAR(left(1900 * 441 / 10), 0.25f, 1e-3);     // the gong again, to its end
+    EXPECT_NEAR(left(2900 * 441 / 10 - 1), 0.25f, 1e-3);
+}
+
+TEST(ToolRender, TakesAnotherRate) {
+    RenderFixture f;
+    const QString out = f.package.root.file("satz.wav");
+    const ToolRun r =
+        tool({"render", f.package.folder, f.service, "0472", "-o", out, "--rate", "8000"});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    SoundInfo info;
+    readWave(out, info);
+    EXPECT_EQ(info.sampleRate, 8000);
+    EXPECT_EQ(info.frames, 2900 * 8);
+}
+
+TEST(ToolRender, ReportsWhatItCannotDo) {
+    RenderFixture f;
+    const QString out = f.package.root.file("satz.wav");
+    EXPECT_EQ(tool({"render", f.package.folder, f.service, "0472"}).code, 2);
+    const ToolRun unknown = tool({"render", f.package.folder, f.service, "9999", "-o", out});
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_TRUE(unknown.err.contains("no sentence with the key 9999"));
+    const ToolRun rate =
+        tool({"render", f.package.folder, f.service, "0472", "-o", out, "--rate", "fast"});
+    EXPECT_EQ(rate.code, 2);
+    EXPECT_TRUE(rate.err.contains("--rate"));
+    EXPECT_FALSE(QFile::exists(out));
+}
+
+TEST(ToolRender, AnEntryWithoutAnnouncementIsASubscriptError) {
+    RenderFixture f;
+    const QString service = f.package.root.write(
+        "Data/Linie/_000001._", ServiceBytes()
+                                    .header("Linie 4", "Tavik", "Werktags", "000001")
+                                    .count(1)
+                                    .sentence("0001", "Weg ", {{"0042", 0}}));
+    const QString out = f.package.root.file("satz.wav");
+    const ToolRun r = tool({"render", f.package.folder, service, "0001", "-o", out});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_TRUE(r.err.contains("runtime error 9")) << r.err.toStdString();
+    EXPECT_FALSE(QFile::exists(out));
+}

@@ -1,0 +1,98 @@
+// The service editor's command that saves a sentence as a WAVE file.
+#include "audio/sentencerender.h"
+#include "audio/soundfile.h"
+#include "audio/soundreader.h"
+#include "service/dienstfixture.h"
+#include "util/filedialog.h"
+#include "util/reportlist.h"
+
+#include <QAction>
+#include <QFile>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <vector>
+
+using namespace tavik;
+using tavik::test::DienstHost;
+using tavik::test::press;
+using Entry = DienstHost::Entry;
+
+namespace {
+
+std::vector<Entry> station() {
+    return {
+        {"0000", "Gong", 120, 255, true, 1},
+        {"0001", "Achtung an Gleis 1", 80, 0, true, 2},
+        {"0002", "Bahnsteig", 80},
+    };
+}
+
+// Chooses `path` in every file dialog while it lives.
+struct ChosenFile {
+    QList<FileDialogRequest> requests;
+    FileDialogHandler previous;
+    explicit ChosenFile(const QString& path) {
+        previous = SetFileDialogHandler([this, path](const FileDialogRequest& r) {
+            requests << r;
+            return path;
+        });
+    }
+    ~ChosenFile() { SetFileDialogHandler(previous); }
+};
+
+} // namespace
+
+TEST(frmDienstExport, SavesTheSelectedSentenceAsTheRendererWritesIt) {
+    DienstHost host(station());
+    frmDienst* editor = host.openEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->cmdAdd()->click(); // Gong, then "Achtung an Gleis 1" by their places
+    press(editor, editor->cmdSave());
+    editor->Saetze()[0].Targets[0].TimeOffset = 100;
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+
+    const QString path = host.root.file("Satz");
+    ChosenFile chosen(path);
+    EXPECT_EQ(editor->mnuExport()->text(), QStringLiteral("Satz als &WAV speichern..."));
+    editor->mnuExport()->trigger();
+    ASSERT_TRUE(host.errors.isEmpty()) << host.errors.join(' ').toStdString();
+    ASSERT_EQ(chosen.requests.size(), 1);
+    EXPECT_TRUE(chosen.requests[0].save);
+    EXPECT_EQ(chosen.requests[0].title, QStringLiteral("Satz als Klangdatei speichern"));
+    EXPECT_EQ(chosen.requests[0].filter, QStringLiteral("WAVE-Klang [*.wav]|*.wav"));
+
+    // The extension is added to a name without one.
+    QFile file(path + ".wav");
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_EQ(bytes, RenderSentenceWave(host.main->table, editor->Saetze()[0], {44100, 2}));
+    const std::optional<SoundInfo> info = probeSound(path + ".wav");
+    ASSERT_TRUE(info.has_value());
+    EXPECT_EQ(info->sampleRate, 44100);
+    EXPECT_EQ(info->channels, 2);
+    EXPECT_EQ(info->frames, frameOfMs(120 + 100 + 80, 44100));
+    // The gong sounds, then the 100 ms pause after it is silent.
+    SoundReader reader(path + ".wav", {44100, 2});
+    std::vector<float> s(static_cast<std::size_t>(info->frames * 2));
+    reader.read(s.data(), info->frames);
+    float gong = 0;
+    float pause = 0;
+    for (qint64 f = 0; f < frameOfMs(120, 44100); ++f)
+        gong = std::max(gong, std::abs(s[static_cast<std::size_t>(f * 2)]));
+    for (qint64 f = frameOfMs(121, 44100); f < frameOfMs(219, 44100); ++f)
+        pause = std::max(pause, std::abs(s[static_cast<std::size_t>(f * 2)]));
+    EXPECT_GT(gong, 0.2f);
+    EXPECT_LT(pause, 0.01f);
+}
+
+TEST(frmDienstExport, WithoutASelectedSentenceItAsksForOneAndWritesNothing) {
+    DienstHost host(station());
+    frmDienst* editor = host.openEditor();
+    ASSERT_NE(editor, nullptr);
+    ChosenFile chosen(host.root.file("Satz.wav"));
+    editor->mnuExport()->trigger();
+    EXPECT_TRUE(chosen.requests.isEmpty());
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_TRUE(host.messages[0].text.startsWith(QStringLiteral("Bitte wählen Sie zuerst")));
+    EXPECT_FALSE(QFile::exists(host.root.file("Satz.wav")));
+}

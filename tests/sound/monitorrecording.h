@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <vector>
+
+namespace tavik::test {
+
+// Records what the sound server's null sink plays, from its monitor source, as 16-bit stereo
+// at 44,100 Hz. The server is the one PULSE_SERVER names.
+class MonitorRecording {
+public:
+    static constexpr int kRate = 44100;
+
+    // Starts recording and returns once the first data has come; false when it cannot.
+    bool start(QString& problem);
+    // Stops and keeps what was recorded.
+    void stop();
+
+    // The left channel, full scale 1.0.
+    const std::vector<float>& left() const { return left_; }
+    const std::vector<float>& right() const { return right_; }
+
+private:
+    QProcess process_;
+    QByteArray data_;
+    std::vector<float> left_;
+    std::vector<float> right_;
+};
+
+// A stretch of the recording at one level.
+struct Segment {
+    qint64 onset = -1; // first frame at the level
+    qint64 cut = -1;   // first frame after it
+};
+
+// The stretches where the left channel holds `level` (within `tolerance`) for at least
+// `minimum` frames, in order.
+std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, qint64 minimum = 20,
+                                float tolerance = 0.004f);
+
+// The first stretch at `level` that starts at or after `from`; onset -1 when none.
+Segment segmentAfter(const std::vector<float>& samples, float level, qint64 from);
+
+// Milliseconds of recording frames.
+inline double framesToMs(qint64 frames) {
+    return static_cast<double>(frames) * 1000.0 / MonitorRecording::kRate;
+}
+
+} // namespace tavik::test

@@ -1,0 +1,315 @@
+// Sentences played through the real output to a sound server's null sink, recorded from its
+// monitor and compared with the commands that were sent and with the offline rendering.
+#include "audio/emulatorbackend.h"
+#include "audio/modmci.h"
+#include "audio/recordingbackend.h"
+#include "audio/sentencerender.h"
+#include "audio/sequenceplayer.h"
+#include "audio/soundreader.h"
+#include "monitorrecording.h"
+#include "service/dienstfixture.h"
+#include "support/soundfixtures.h"
+#include "support/tempdir.h"
+#include "util/reportlist.h"
+
+#include <QElapsedTimer>
+#include <QThread>
+#include <QTimer>
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using namespace tavik::test;
+
+namespace {
+
+// Every start and cut is heard within this of its command, after the constant latency.
+constexpr double kToleranceMs = 3.0;
+
+qint64 microseconds() {
+    static QElapsedTimer clock = [] {
+        QElapsedTimer t;
+        t.start();
+        return t;
+    }();
+    return clock.nsecsElapsed() / 1000;
+}
+
+struct Command {
+    QString verb;
+    QString alias;
+    double ms = 0;
+};
+
+QList<Command> commands(const RecordingBackend& recorder, double unitsPerMs) {
+    QList<Command> list;
+    for (const RecordingBackend::Entry& e : recorder.entries()) {
+        const QStringList words = e.command.split(u' ');
+        list << Command{words.value(0), words.value(1), static_cast<double>(e.time) / unitsPerMs};
+    }
+    return list;
+}
+
+QList<Command> only(const QList<Command>& all, const QString& verb) {
+    QList<Command> list;
+    for (const Command& c : all)
+        if (c.verb == verb)
+            list << c;
+    return list;
+}
+
+// A package of constant-level sounds opened on the real output.
+struct SoundPackage {
+    TempDir dir;
+    EmulatorBackend backend;
+    RecordingBackend recorder{backend, [] { return microseconds(); }};
+    QStringList log;
+    modMCI mci{recorder, [this](const QString& line) { log << line; }};
+    AnnouncementTable table;
+
+    void add(const QString& key, const QString& path) {
+        QString opened = path;
+        EXPECT_EQ(mci.MciOpen(opened, key, QStringLiteral("waveaudio")), -1)
+            << log.join(' ').toStdString();
+        AnnouncementRecord record;
+        record.Key = key;
+        record.Title = key;
+        record.FilePath = path;
+        record.Length = mci.MciGetLength(key);
+        record.Opened = true;
+        table.Announcements << record;
+        table.AnnouncementCount = static_cast<std::int16_t>(table.Announcements.size());
+    }
+    void addLevel(const QString& key, float level, int ms) {
+        const QString path = dir.file(key + ".wav");
+        EXPECT_TRUE(writeLevels(path, ms * 441LL / 10, 44100, {level}));
+        add(key, path);
+    }
+};
+
+SatzRecord sentence(const QList<SatzTarget>& targets) {
+    SatzRecord s;
+    s.Key = QStringLiteral("0001");
+    s.Text = QStringLiteral("Test");
+    s.Targets = targets;
+    s.LastTarget = static_cast<std::int16_t>(targets.size() - 1);
+    return s;
+}
+
+std::vector<float> leftOf(const QByteArray& wave, TempDir& dir) {
+    const QString path = dir.write(QStringLiteral("render.wav"), wave);
+    const SoundInfo info = probeSound(path).value_or(SoundInfo{});
+    SoundReader reader(path, {info.sampleRate, 1});
+    std::vector<float> samples(static_cast<std::size_t>(info.frames));
+    samples.resize(static_cast<std::size_t>(reader.read(samples.data(), info.frames)));
+    return samples;
+}
+
+void startRecording(MonitorRecording& recording) {
+    QString problem;
+    if (!recording.start(problem))
+        FAIL() << problem.toStdString();
+}
+
+// Checks every entry's onset against its play command and its cut against its stop command,
+// or against its sound's end when the sound ends before the stop.
+void expectOnCommands(const std::vector<float>& heard, const QList<float>& levels,
+                      const QList<int>& lengths, const QList<Command>& plays,
+                      const QList<Command>& stops, std::vector<Segment>& segments) {
+    ASSERT_EQ(plays.size(), levels.size());
+    ASSERT_EQ(stops.size(), levels.size());
+    qint64 from = 0;
+    for (const float level : levels) {
+        const Segment s = segmentAfter(heard, level, from);
+        ASSERT_GE(s.onset, 0) << "level " << level << " is not in the recording";
+        segments.push_back(s);
+        from = s.onset + 1;
+    }
+    const double latency = framesToMs(segments[0].onset) - plays[0].ms;
+    for (qsizetype i = 0; i < levels.size(); ++i) {
+        const Segment& s = segments[static_cast<std::size_t>(i)];
+        EXPECT_NEAR(framesToMs(s.onset) - plays[i].ms - latency, 0.0, kToleranceMs)
+            << "onset of entry " << i;
+        const double end = std::min(stops[i].ms, plays[i].ms + lengths[i]);
+        EXPECT_NEAR(framesToMs(s.cut) - end - latency, 0.0, kToleranceMs) << "cut of entry " << i;
+    }
+}
+
+} // namespace
+
+TEST(RealOutput, ASentenceSoundsOnItsCommandsAndAsTheRendererWritesIt) {
+    SoundPackage p;
+    const QList<float> levels = {0.1f, 0.2f, 0.3f, 0.4f, 0.5f, 0.6f};
+    const QList<int> lengths = {400, 500, 600, 450, 300, 350};
+    for (int i = 0; i < 6; ++i)
+        p.addLevel(QStringLiteral("000%1").arg(i), levels[i], lengths[i]);
+    const SatzRecord satz = sentence(
+        {{"0000", 0}, {"0001", 300}, {"0002", -500}, {"0003", 0}, {"0004", -100}, {"0005", 0}});
+    MonitorRecording recording;
+    startRecording(recording);
+    p.recorder.clear();
+    std::int16_t busy = 0;
+    PlayAnnouncementSequence(p.mci, p.table, satz, busy, [](const QString&) {});
+    p.backend.drain();
+    recording.stop();
+
+    const QList<Command> sent = commands(p.recorder, 1000.0);
+    std::vector<Segment> heard;
+    expectOnCommands(recording.left(), levels, lengths, only(sent, "play"), only(sent, "stop"),
+                     heard);
+    if (HasFatalFailure() || heard.size() != 6u)
+        return;
+    // The first entry is heard for its whole length.
+    EXPECT_NEAR(framesToMs(heard[0].cut - heard[0].onset), 400.0, 5.0);
+
+    // Entry by entry as the renderer writes the sentence: the same sound, the same cut. The
+    // player's waits may run long (a millisecond by the tick rule, more on a busy machine), so
+    // later entries may start later than rendered, never earlier.
+    const std::vector<float> rendered =
+        leftOf(RenderSentenceWave(p.table, satz, {44100, 2}), p.dir);
+    const QList<Command> plays = only(sent, "play");
+    const QList<Command> stops = only(sent, "stop");
+    qint64 from = 0;
+    for (qsizetype i = 0; i < levels.size(); ++i) {
+        const Segment r = segmentAfter(rendered, levels[i], from);
+        ASSERT_GE(r.onset, 0);
+        from = r.onset + 1;
+        const Segment& h = heard[static_cast<std::size_t>(i)];
+        // What the wait ran beyond its schedule is heard too; nothing else differs.
+        const double commanded = std::min(stops[i].ms - plays[i].ms, double(lengths[i]));
+        const double longer = commanded - framesToMs(r.cut - r.onset);
+        EXPECT_GE(longer, -kToleranceMs) << "entry " << i;
+        EXPECT_NEAR(framesToMs(h.cut - h.onset) - framesToMs(r.cut - r.onset), longer, kToleranceMs)
+            << "length of entry " << i;
+        const double drift = framesToMs(h.onset - heard[0].onset) - framesToMs(r.onset);
+        EXPECT_GE(drift, -kToleranceMs) << "entry " << i;
+    }
+    // The -500 ms shift starts the fourth sound 500 ms before the third one's end.
+    EXPECT_NEAR(framesToMs(heard[3].onset - heard[2].onset), plays[3].ms - plays[2].ms,
+                kToleranceMs);
+    EXPECT_NEAR(framesToMs(heard[2].cut - heard[2].onset), stops[2].ms - plays[2].ms, kToleranceMs);
+}
+
+TEST(RealOutput, AToneAt22050HzKeepsItsPitch) {
+    SoundPackage p;
+    const QString path = p.dir.file(QStringLiteral("tone.wav"));
+    ASSERT_TRUE(writeSine(path, 22050, 22050, 1000.0));
+    p.add(QStringLiteral("0000"), path);
+    MonitorRecording recording;
+    startRecording(recording);
+    PlayAnnouncement(p.mci, p.table.Announcements[0], true);
+    p.backend.drain();
+    recording.stop();
+    const std::vector<float>& heard = recording.left();
+    qint64 first = -1;
+    qint64 last = -1;
+    for (qint64 i = 0; i < static_cast<qint64>(heard.size()); ++i) {
+        if (std::fabs(heard[static_cast<std::size_t>(i)]) > 0.3f) {
+            if (first < 0)
+                first = i;
+            last = i;
+        }
+    }
+    ASSERT_GT(last - first, 40000) << "the tone is not in the recording";
+    int crossings = 0;
+    double a = -1;
+    double b = -1;
+    for (qint64 i = first + 441; i < last - 441; ++i) {
+        const float x0 = heard[static_cast<std::size_t>(i)];
+        const float x1 = heard[static_cast<std::size_t>(i + 1)];
+        if (x0 < 0 && x1 >= 0) {
+            const double at = static_cast<double>(i) + x0 / (x0 - x1);
+            if (a < 0)
+                a = at;
+            b = at;
+            ++crossings;
+        }
+    }
+    EXPECT_NEAR((crossings - 1) * 44100.0 / (b - a), 1000.0, 1.0);
+    EXPECT_NEAR(framesToMs(last - first), 1000.0, 5.0);
+}
+
+TEST(RealOutput, ABusyWindowThreadCausesNoDropout) {
+    SoundPackage p;
+    p.addLevel(QStringLiteral("0000"), 0.3f, 2000);
+    MonitorRecording recording;
+    startRecording(recording);
+    // The window's thread stalls twice for 200 ms while the sound plays.
+    for (const int at : {300, 900})
+        QTimer::singleShot(at, [] { QThread::msleep(200); });
+    p.recorder.clear();
+    PlayAnnouncement(p.mci, p.table.Announcements[0], true);
+    p.backend.drain();
+    recording.stop();
+    const std::vector<Segment> heard = segmentsAt(recording.left(), 0.3f);
+    ASSERT_EQ(heard.size(), 1u) << "the sound was broken into " << heard.size() << " parts";
+    const QList<Command> sent = commands(p.recorder, 1000.0);
+    const QList<Command> plays = only(sent, "play");
+    const QList<Command> stops = only(sent, "stop");
+    ASSERT_EQ(plays.size(), 1);
+    ASSERT_EQ(stops.size(), 1);
+    // Heard to its stop, or to its end when the stop came after it.
+    EXPECT_NEAR(framesToMs(heard[0].cut - heard[0].onset),
+                std::min(stops[0].ms - plays[0].ms, 2000.0), kToleranceMs);
+}
+
+namespace {
+
+// The editor's own package, its sounds replaced by constant levels at 44,100 Hz.
+std::vector<DienstHost::Entry> station() {
+    return {
+        {"0000", "Gong", 300, 255, true, 1},
+        {"0001", "Achtung an Gleis 1", 250, 0, true, 2},
+        {"0002", "Bahnsteig", 200, 0, true, 3},
+    };
+}
+
+void useLevels(DienstHost& host, const QList<float>& levels) {
+    const int lengths[] = {300, 250, 200};
+    for (qsizetype i = 0; i < levels.size(); ++i)
+        EXPECT_TRUE(writeLevels(host.folder + QStringLiteral("/000%1.wav").arg(i),
+                                lengths[i] * 441LL / 10, 44100, {levels[i]}));
+    host.open(host.folder);
+}
+
+} // namespace
+
+TEST(RealOutputEditor, TheServiceEditorsPlaySoundsOnItsCommands) {
+    DienstHost host(station());
+    const QList<float> levels = {0.15f, 0.35f, 0.55f};
+    useLevels(host, levels);
+    frmDienst* editor = host.openEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->cmdAdd()->click(); // the three places in order
+    press(editor, editor->cmdSave());
+    editor->Saetze()[0].Targets[1].TimeOffset = 150;
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+    MonitorRecording recording;
+    startRecording(recording);
+    host.recorder.clear();
+    press(editor, editor->cmdPlay());
+    host.backend.drain();
+    recording.stop();
+    ASSERT_TRUE(host.errors.isEmpty()) << host.errors.join(' ').toStdString();
+    const QList<Command> sent = commands(host.recorder, 1.0);
+    std::vector<Segment> heard;
+    expectOnCommands(recording.left(), levels, {300, 250, 200}, only(sent, "play"),
+                     only(sent, "stop"), heard);
+}
+
+TEST(RealOutputEditor, TheMainWindowsPlaySoundsTheWholeAnnouncement) {
+    DienstHost host(station());
+    useLevels(host, {0.15f, 0.35f, 0.55f});
+    host.main->show();
+    host.main->lsvPack()->ListItems(2)->SetSelected(true);
+    MonitorRecording recording;
+    startRecording(recording);
+    host.recorder.clear();
+    host.main->cmdPlay()->click();
+    host.backend.drain();
+    recording.stop();
+    const std::vector<Segment> heard = segmentsAt(recording.left(), 0.35f);
+    ASSERT_EQ(heard.size(), 1u);
+    EXPECT_NEAR(framesToMs(heard[0].cut - heard[0].onset), 250.0, 3.0);
+}

@@ -1,0 +1,11 @@
+# Sound through the real output, recorded from a private sound server's null sink. One CTest
+# test: the wrapper starts and stops the server around the whole binary.
+add_executable(tavik_sound_tests sound/sound_main.cpp sound/monitorrecording.cpp
+    sound/realoutput_test.cpp)
+target_link_libraries(tavik_sound_tests PRIVATE taviktestsupport tavikui)
+target_compile_definitions(tavik_sound_tests PRIVATE TAVIK_CHECKOUT="${PROJECT_SOURCE_DIR}")
+add_test(NAME RealSoundOutput
+         COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/sound/with_pulseaudio.sh
+                 $<TARGET_FILE:tavik_sound_tests>)
+set_tests_properties(RealSoundOutput PROPERTIES TIMEOUT ${TAVIK_TEST_TIMEOUT} RUN_SERIAL TRUE
+    ENVIRONMENT "LSAN_OPTIONS=suppressions=${CMAKE_CURRENT_SOURCE_DIR}/lsan-system.supp")
