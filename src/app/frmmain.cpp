@@ -10,8 +10,11 @@
 #include "log/frmdebug.h"
 #include "package/packagefolder.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "settings/modini.h"
+#include "settings/qttranslation.h"
 #include "shell/frmabout.h"
 #include "shell/frmsplash.h"
 #include "shell/productinfo.h"
@@ -61,6 +64,18 @@ QAction* makeAction(const char* name, const QString& caption, QMenu* menu) {
     QAction* action = menu->addAction(caption);
     action->setObjectName(QString::fromLatin1(name));
     return action;
+}
+
+// The texts the main window takes from numbered language texts; again on a change of language.
+void applyCodeTexts(frmMain& main) {
+    const Language& language = main.language();
+    for (int column = 1; column <= 4; ++column)
+        main.lsvPack()->SetColumnText(column, language.GetLangString(28 + column));
+    main.Panel(6)->setText(language.GetLangString(LangText::StatusHint));
+    // While a load runs the state panel keeps saying so.
+    if (main.Panel(2)->isHidden())
+        main.Panel(1)->setText(language.GetLangString(LangText::StatusReady));
+    main.lsvPack()->setAccessibleName(language.GetLangString(LangText::NameAnnouncementList));
 }
 
 } // namespace
@@ -221,7 +236,6 @@ void frmMain::buildStatusBar() {
         panel->setFrameShadow(QFrame::Sunken);
         panels_ << panel;
     }
-    panels_[0]->setText(QStringLiteral("Bereit"));
     prgStatus_ = new QProgressBar(panels_[1]);
     prgStatus_->setObjectName(QStringLiteral("prgStatus"));
     prgStatus_->setTextVisible(false);
@@ -265,6 +279,7 @@ void frmMain::SetUseFormat(bool useFormat) {
 bool frmMain::FormLoad() {
     if (!chooseLanguage())
         return false;
+    UseQtTranslation(QtLocaleOf(language_.LanguageFile));
     ApplyLanguage(this, objectName(), language_.LanguageFile);
     SetUseFormat(CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
                                QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
@@ -279,9 +294,7 @@ bool frmMain::FormLoad() {
         return false;
     }
 
-    for (int column = 1; column <= 4; ++column)
-        lsvPack_->SetColumnText(column, language_.GetLangString(28 + column));
-    Panel(6)->setText(language_.GetLangString(33));
+    FollowLanguage(this, language_, [this] { applyCodeTexts(*this); });
 
     if (ShowSplash) {
         frmSplash splash(language_, this);

@@ -5,10 +5,12 @@ list(APPEND TAVIK_CORE_SOURCES
     settings/modini.cpp
     settings/profilefile.cpp
     settings/profiletext.cpp
+    settings/qttranslation.cpp
     settings/windowtexts.cpp
 )
 list(APPEND TAVIK_UI_SOURCES
     settings/applylanguage.cpp
+    settings/followlanguage.cpp
     settings/frmlanguage.cpp
     settings/frmoptions.cpp
 )
