@@ -11,7 +11,11 @@
 #include "package/packagefolder.h"
 #include "service/packageannouncements.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
+#include "settings/modini.h"
+#include "settings/qttranslation.h"
 #include "settings/useformat.h"
 #include "shell/frmabout.h"
 #include "shell/frmsplash.h"
@@ -65,6 +69,18 @@ QAction* makeAction(const char* name, const QString& caption, QMenu* menu) {
     QAction* action = menu->addAction(caption);
     action->setObjectName(QString::fromLatin1(name));
     return action;
+}
+
+// The texts the main window takes from numbered language texts; again on a change of language.
+void applyCodeTexts(frmMain& main) {
+    const Language& language = main.language();
+    for (int column = 1; column <= 4; ++column)
+        main.lsvPack()->SetColumnText(column, language.GetLangString(28 + column));
+    main.Panel(6)->setText(language.GetLangString(LangText::StatusHint));
+    // While a load runs the state panel keeps saying so.
+    if (main.Panel(2)->isHidden())
+        main.Panel(1)->setText(language.GetLangString(LangText::StatusReady));
+    main.lsvPack()->setAccessibleName(language.GetLangString(LangText::NameAnnouncementList));
 }
 
 } // namespace
@@ -226,7 +242,6 @@ void frmMain::buildStatusBar() {
         panel->setFrameShadow(QFrame::Sunken);
         panels_ << panel;
     }
-    panels_[0]->setText(QStringLiteral("Bereit"));
     prgStatus_ = new QProgressBar(panels_[1]);
     prgStatus_->setObjectName(QStringLiteral("prgStatus"));
     prgStatus_->setTextVisible(false);
@@ -274,6 +289,7 @@ bool frmMain::FormLoad() {
     setWindowIcon(icon);
     if (!chooseLanguage())
         return false;
+    UseQtTranslation(QtLocaleOf(language_.LanguageFile));
     ApplyLanguage(this, objectName(), language_.LanguageFile);
     // A bad value is shown as any unhandled runtime error is, and the editor starts with the
     // default.
@@ -288,9 +304,7 @@ bool frmMain::FormLoad() {
         return false;
     }
 
-    for (int column = 1; column <= 4; ++column)
-        lsvPack_->SetColumnText(column, language_.GetLangString(28 + column));
-    Panel(6)->setText(language_.GetLangString(33));
+    FollowLanguage(this, language_, [this] { applyCodeTexts(*this); });
 
     if (ShowSplash) {
         frmSplash splash(language_, this);

@@ -7,6 +7,7 @@
 #include "dialogs/frmsetting.h"
 #include "dialogs/packagecommands.h"
 #include "service/frmdienst.h"
+#include "settings/followlanguage.h"
 #include "settings/frmlanguage.h"
 #include "settings/frmoptions.h"
 #include "settings/language.h"
@@ -115,8 +116,12 @@ void frmMain::cmdLanguage_Click() {
     dialog.KeepOpen = true;
     dialog.ShowModal();
     // Only possible when no language was ever stored and the language folder has emptied.
-    if (dialog.EndProgram())
+    if (dialog.EndProgram()) {
         close();
+        return;
+    }
+    // The dialog has changed the language file: every open window follows it now.
+    SwitchLanguage(language_);
 }
 
 } // namespace tavik

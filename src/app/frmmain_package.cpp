@@ -3,6 +3,7 @@
 #include "audio/modmci.h"
 #include "package/packagesettings.h"
 #include "service/packageannouncements.h"
+#include "settings/followlanguage.h"
 #include "settings/language.h"
 #include "util/conversions.h"
 #include "util/msgbox.h"
@@ -52,6 +53,7 @@ void frmMain::LoadPackage() {
     if (count != 0) {
         if (!status_)
             status_ = new frmStatus(this);
+        LocaliseWindow(status_, language_);
         status_->ShowStatus(language_.GetLangString(9));
         prgStatus_->setMaximum(count);
         prgStatus_->setValue(0);
@@ -113,6 +115,7 @@ void frmMain::LoadPackage() {
 void frmMain::UnloadAudioFiles() {
     if (!status_)
         status_ = new frmStatus(this);
+    LocaliseWindow(status_, language_);
     status_->ShowStatus(language_.GetLangString(25));
     for (qsizetype i = 0; i < table.AnnouncementCount && i < table.Announcements.size(); ++i) {
         CloseAnnouncementSound(mci_, table.Announcements[i].Key);

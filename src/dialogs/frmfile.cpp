@@ -10,6 +10,8 @@
 #include "dialogs/sounddrop.h"
 #include "dialogs/soundimport.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
@@ -70,6 +72,26 @@ frmFile::frmFile(frmMain& main) : QDialog(&main), main_(main) {
     connect(cboFormat_, &QComboBox::currentIndexChanged, this,
             [this] { RunHandler([this] { cboFormat_Click(); }); });
     cboFormat_->setCurrentIndex(1);
+    // The fixed format entries and the names of controls without a caption.
+    FollowLanguage(this, main_.language(), [this] {
+        const Language& language = main_.language();
+        using namespace LangText;
+        // Only the two fixed entries have words; the filter goes by index, not by text.
+        if (cboFormat_->count() >= 2) {
+            cboFormat_->setItemText(
+                0, LangTextOr(language, FormatAllFiles, QString::fromUtf16(kAllFilesEntry)));
+            cboFormat_->setItemText(
+                1, LangTextOr(language, FormatAllMedia, QString::fromUtf16(kAllMediaEntry)));
+        }
+        drive1_->setAccessibleName(language.GetLangString(NameDrive));
+        dir1_->setAccessibleName(language.GetLangString(NameFolder));
+        file1_->setAccessibleName(language.GetLangString(NameFiles));
+        cboFormat_->setAccessibleName(language.GetLangString(NameFileType));
+        txtName_->setAccessibleName(language.GetLangString(NameImportTitle));
+        for (qsizetype i = 0; i < optColor_.size(); ++i)
+            optColor_[i]->setAccessibleName(
+                language.GetLangString(NameFirstColor + static_cast<std::int32_t>(i)));
+    });
     setWindowIcon(main_.windowIcon());
     PlaceOnOwner(this, &main_);
 }
@@ -327,6 +349,7 @@ void frmFile::cmdOK_Click() {
     // The status window belongs to the main window; the dialog hands over to the main
     // window's own status once the reload starts.
     std::unique_ptr<frmStatus> status(new frmStatus(&main_));
+    LocaliseWindow(status.get(), main_.language());
     status->ShowStatus(main_.language().GetLangString(28));
     ImportProgress progress;
     QPointer<frmStatus> statusWindow(status.get());

@@ -5,6 +5,8 @@
 #include "dialogs/newpackage.h"
 #include "package/packagefolder.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
@@ -94,6 +96,10 @@ void frmNew::buildControls() {
     info->addWidget(txtPic_, 4, 0, 1, 2);
     info->addWidget(cmdPic_, 4, 2);
     info->addWidget(cmdClear_, 4, 3);
+    lblTitel_->setBuddy(txtTitel_);
+    lblAutor_->setBuddy(txtAutor_);
+    lblComment_->setBuddy(txtComment_);
+    lblPic_->setBuddy(txtPic_);
     cmdPic_->setToolTip(QStringLiteral("Bild auswählen"));
     cmdClear_->setToolTip(QStringLiteral("Bild entfernen"));
     for (QPushButton* small : {cmdPic_, cmdClear_})
@@ -114,6 +120,7 @@ void frmNew::buildControls() {
 
 void frmNew::FormLoad() {
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
+    FollowLanguage(this, main_.language());
     setWindowIcon(main_.windowIcon());
     if (main_.newPackageMode)
         return;
@@ -147,8 +154,10 @@ QString frmNew::GetFolderName() const {
 }
 
 void frmNew::cmdPic_Click() {
-    const QString path = ShowOpenDialog(this, AppPath(), QString::fromUtf16(kPictureTitle),
-                                        QString::fromUtf16(kPictureFilter));
+    const QString path = ShowOpenDialog(
+        this, AppPath(),
+        LangTextOr(main_.language(), LangText::LoadPictureTitle, QString::fromUtf16(kPictureTitle)),
+        LangTextOr(main_.language(), LangText::PictureFilter, QString::fromUtf16(kPictureFilter)));
     if (!path.isEmpty())
         txtPic_->setText(path);
 }

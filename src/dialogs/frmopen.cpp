@@ -6,6 +6,8 @@
 #include "package/packagefolder.h"
 #include "package/packagetext.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
@@ -73,6 +75,11 @@ frmOpen::frmOpen(frmMain& main)
     layout->addLayout(buttons, 3, 0, 1, 2);
 
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
+    FollowLanguage(this, main_.language(), [this] {
+        const Language& language = main_.language();
+        lstFile_->setAccessibleName(language.GetLangString(LangText::NamePackageList));
+        txtComment_->setAccessibleName(language.GetLangString(LangText::NamePackageComment));
+    });
     setWindowIcon(main_.windowIcon());
 
     dataFolder_ = DataFolder();
@@ -146,8 +153,11 @@ void frmOpen::cmdOK_Click() {
 }
 
 void frmOpen::cmdSearch_Click() {
-    const QString path = ShowOpenDialog(this, AppPath(), QStringLiteral("Indexdatei suchen"),
-                                        QString::fromUtf16(kIndexFileFilter));
+    const QString path = ShowOpenDialog(this, AppPath(),
+                                        LangTextOr(main_.language(), LangText::FindIndexFileTitle,
+                                                   QStringLiteral("Indexdatei suchen")),
+                                        LangTextOr(main_.language(), LangText::IndexFileFilter,
+                                                   QString::fromUtf16(kIndexFileFilter)));
     if (path.isEmpty())
         return;
     chosen_ = true;

@@ -5,7 +5,10 @@
 #include "dialogs/announcementcolors.h"
 #include "package/announcementrecord.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
+#include "util/accessiblenames.h"
 #include "util/conversions.h"
 #include "util/numberinput.h"
 #include "util/numbervalidator.h"
@@ -119,6 +122,8 @@ void frmSetting::buildControls() {
         shpColor_.push_back(swatch);
     }
 
+    label1_->setBuddy(txtTitle_);
+    label4_->setBuddy(txtPlace_);
     auto* place = new QHBoxLayout;
     place->addWidget(chkPlace_);
     place->addWidget(label4_);
@@ -165,6 +170,14 @@ qsizetype frmSetting::selectedRecord() const {
 
 void frmSetting::FormLoad() {
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
+    // Names of the colour options and the place scroll bar.
+    FollowLanguage(this, main_.language(), [this] {
+        const Language& language = main_.language();
+        for (std::size_t i = 0; i < optColor_.size(); ++i)
+            optColor_[i]->setAccessibleName(
+                language.GetLangString(LangText::NameFirstColor + static_cast<std::int32_t>(i)));
+        vscPlace_->setAccessibleName(WithoutAccessKey(chkPlace_->text()));
+    });
     const ReportListItem* row = main_.lsvPack()->SelectedItem();
     const AnnouncementRecord& record = main_.table.Announcements[selectedRecord()];
     for (std::size_t i = 0; i < optColor_.size(); ++i) {

@@ -4,6 +4,8 @@
 #include "richtextbox.h"
 #include "rtfhighlight.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/vbstrings.h"
 
@@ -43,8 +45,12 @@ frmDebug::frmDebug(QString programFolder, const Language* language, QWidget* par
     eventWords_ = Split(QStringLiteral("LOAD|READY|FOUND|ANNOUNCE|PLAY"), QStringLiteral("|"));
     resize(480, 360);
     layoutControls();
-    if (language)
+    if (language) {
         ApplyLanguage(this, objectName(), language->LanguageFile);
+        FollowLanguage(this, *language, [this, language] {
+            txtDebug_->setAccessibleName(language->GetLangString(LangText::NameLog));
+        });
+    }
 }
 
 void frmDebug::Highlight() {

@@ -5,6 +5,8 @@
 #include "app/tavikapplication.h"
 #include "service/serviceeditorrules.h"
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
@@ -77,6 +79,22 @@ frmDienst::~frmDienst() = default;
 
 void frmDienst::FormLoad() {
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
+    // The tabs, column captions and list names come from numbered texts.
+    FollowLanguage(this, main_.language(), [this] {
+        const Language& language = main_.language();
+        using namespace LangText;
+        const std::int32_t tabs[] = {TabProperties, TabService, TabSentence};
+        for (int i = 0; i < std::min<int>(ridDienst_->count(), std::size(tabs)); ++i)
+            ridDienst_->setTabText(i, language.GetLangString(tabs[i]));
+        lsvDienst_->SetColumnText(1, language.GetLangString(ColumnServiceKey));
+        lsvDienst_->SetColumnText(2, language.GetLangString(ColumnServiceText));
+        lsvSource_->SetColumnText(1, language.GetLangString(ColumnSourceName));
+        lsvTarget_->SetColumnText(1, language.GetLangString(ColumnTimeShift));
+        lsvTarget_->SetColumnText(2, language.GetLangString(ColumnTargetTitle));
+        lsvDienst_->setAccessibleName(language.GetLangString(NameSentenceList));
+        lstOpen_->setAccessibleName(language.GetLangString(NameServiceList));
+        list1_->setAccessibleName(language.GetLangString(NameTitleList));
+    });
     const AnnouncementTable& table = main_.table;
     const int count = std::min<int>(table.AnnouncementCount, table.Announcements.size());
     for (int i = 0; i < count; ++i) {

@@ -58,9 +58,11 @@ public:
     }
 };
 
-QLabel* label(const char* name, const QString& text, QWidget* parent) {
+// A caption label; with a buddy its access key moves the focus there and it names that box.
+QLabel* label(const char* name, const QString& text, QWidget* parent, QWidget* buddy = nullptr) {
     auto* l = new QLabel(text, parent);
     l->setObjectName(QString::fromLatin1(name));
+    l->setBuddy(buddy);
     return l;
 }
 
@@ -101,13 +103,13 @@ void frmDienst::buildPropertiesPage() {
     cmdEsc_ = button("cmdEsc", QStringLiteral("&Abbruch"), p);
 
     auto* grid = new QGridLayout(p);
-    grid->addWidget(label("lblTitle", QStringLiteral("Dienstname:"), p), 0, 0);
+    grid->addWidget(label("lblTitle", QStringLiteral("Dienstname:"), p, txtTitle_), 0, 0);
     grid->addWidget(txtTitle_, 0, 1, 1, 2);
-    grid->addWidget(label("lblAutor", QStringLiteral("Autor:"), p), 1, 0);
+    grid->addWidget(label("lblAutor", QStringLiteral("Autor:"), p, txtAutor_), 1, 0);
     grid->addWidget(txtAutor_, 1, 1, 1, 2);
-    grid->addWidget(label("lblComment", QStringLiteral("Beschreibung:"), p), 2, 0);
+    grid->addWidget(label("lblComment", QStringLiteral("Beschreibung:"), p, txtComment_), 2, 0);
     grid->addWidget(txtComment_, 2, 1, 1, 2);
-    grid->addWidget(label("lblID", QStringLiteral("ID-Nummer:"), p), 3, 0);
+    grid->addWidget(label("lblID", QStringLiteral("ID-Nummer:"), p, txtID_), 3, 0);
     grid->addWidget(txtID_, 3, 1);
     grid->addWidget(label("lblIDHint", QStringLiteral("(Legt auch den Dateinamen fest)"), p), 3, 2);
     grid->setRowStretch(4, 1);
@@ -146,7 +148,7 @@ void frmDienst::buildServicePage() {
         grid->addWidget(b, row++, 1);
     grid->setRowStretch(7, 1);
     auto* text = new QHBoxLayout;
-    text->addWidget(label("lblText", QStringLiteral("Angezeigter Name:"), p));
+    text->addWidget(label("lblText", QStringLiteral("Angezeigter Name:"), p, txtText_));
     text->addWidget(txtText_, 1);
     grid->addLayout(text, 8, 0, 1, 2);
 }
@@ -226,8 +228,8 @@ void frmDienst::buildOpenPage() {
     cmdOpen_->setEnabled(false); // until a service is chosen
     cmdAbbr_ = button("cmdAbbr", QStringLiteral("&Abbruch"), p);
     cmdKill_ = pictureButton("cmdKill", QStyle::SP_TrashIcon, QStringLiteral("Dienst löschen"), p);
-    cmdRefresh_ =
-        pictureButton("cmdRefresh", QStyle::SP_BrowserReload, QStringLiteral("Dienst löschen"), p);
+    cmdRefresh_ = pictureButton("cmdRefresh", QStyle::SP_BrowserReload,
+                                QStringLiteral("Liste aktualisieren"), p);
 
     auto* grid = new QGridLayout(p);
     grid->addWidget(lstOpen_, 0, 0, 1, 3);
@@ -236,9 +238,9 @@ void frmDienst::buildOpenPage() {
     tools->addWidget(cmdRefresh_);
     tools->addStretch();
     grid->addLayout(tools, 0, 3);
-    grid->addWidget(label("lblInfoAutor", QStringLiteral("Autor:"), p), 1, 0);
+    grid->addWidget(label("lblInfoAutor", QStringLiteral("Autor:"), p, txtInfo_[0]), 1, 0);
     grid->addWidget(txtInfo_[0], 1, 1, 1, 3);
-    grid->addWidget(label("lblInfoComment", QStringLiteral("Beschreibung:"), p), 2, 0);
+    grid->addWidget(label("lblInfoComment", QStringLiteral("Beschreibung:"), p, txtInfo_[1]), 2, 0);
     grid->addWidget(txtInfo_[1], 2, 1, 1, 3);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();

@@ -1,8 +1,11 @@
 #include "settings/frmlanguage.h"
 
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "settings/modini.h"
+#include "util/accessiblenames.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/fileops.h"
@@ -103,6 +106,14 @@ frmLanguage::frmLanguage(Language& language, QWidget* parent)
     // The designed size: it has to be known before the dialog centres itself unseen.
     adjustSize();
 
+    Label1_->setBuddy(txtName_);
+    Label2_->setBuddy(txtVersion_);
+    Label3_->setBuddy(txtAutor_);
+    // Not labelled at load (no language may be known yet); a change of language relabels it.
+    FollowLanguage(this, language_, [this] {
+        File1_->setAccessibleName(language_.GetLangString(LangText::NameLanguageFiles));
+    });
+
     connect(File1_, &QListWidget::currentRowChanged, this, [this](int row) {
         if (row >= 0)
             File1_Click();
@@ -196,6 +207,8 @@ void frmLanguage::File1_Click() {
     // The choice takes effect at once, before it is confirmed.
     language_.LanguageFile = selectedFilePath();
     ApplyLanguage(this, objectName(), language_.LanguageFile);
+    File1_->setAccessibleName(language_.GetLangString(LangText::NameLanguageFiles));
+    NameControlsForAccessibility(this);
     const QString file = language_.LanguageFile;
     const QString section = QStringLiteral("_Language");
     txtName_->setText(ReadLanguageValue(file, section, QStringLiteral("Name")));

@@ -1,6 +1,7 @@
 #include "settings/frmoptions.h"
 
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "settings/modini.h"
@@ -88,6 +89,7 @@ frmOptions::frmOptions(const Language& language, std::function<void(bool)> setUs
     layout->addLayout(buttons);
 
     ApplyLanguage(this, objectName(), language_.LanguageFile);
+    FollowLanguage(this, language_);
     chkMedia_->setCheckState(
         toCheckState(CInt(ReadINI(settingsFile(), QStringLiteral("SOUND"),
                                   QStringLiteral("UseFormat"), Variant::fromInteger(0)))));

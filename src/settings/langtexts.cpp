@@ -1,5 +1,7 @@
 #include "settings/langtexts.h"
 
+#include "settings/language.h"
+
 namespace tavik {
 
 namespace {
@@ -65,6 +67,43 @@ constexpr LangTextUse kTexts[] = {
     {CheckFirstFinding + 18, 1},
     {CheckFirstFinding + 19, 1},
     {CheckFirstFinding + 20, 1},
+    {TabProperties, 0},
+    {TabService, 0},
+    {TabSentence, 0},
+    {ColumnTimeShift, 0},
+    {ColumnTargetTitle, 0},
+    {ColumnSourceName, 0},
+    {ColumnServiceKey, 0},
+    {ColumnServiceText, 0},
+    {FindIndexFileTitle, 0},
+    {IndexFileFilter, 0},
+    {LoadPictureTitle, 0},
+    {PictureFilter, 0},
+    {FormatAllFiles, 0},
+    {FormatAllMedia, 0},
+    {NameAnnouncementList, 0},
+    {NameLanguageFiles, 0},
+    {NamePackageList, 0},
+    {NameSentenceList, 0},
+    {NameServiceList, 0},
+    {NameTitleList, 0},
+    {NameDrive, 0},
+    {NameFolder, 0},
+    {NameFiles, 0},
+    {NameFileType, 0},
+    {NameImportTitle, 0},
+    {NameFirstColor, 0},
+    {NameFirstColor + 1, 0},
+    {NameFirstColor + 2, 0},
+    {NameFirstColor + 3, 0},
+    {NameFirstColor + 4, 0},
+    {NameFirstColor + 5, 0},
+    {NameFirstColor + 6, 0},
+    {NameFirstColor + 7, 0},
+    {NameFirstColor + 8, 0},
+    {NamePackageComment, 0},
+    {NameLog, 0},
+    {NameAboutText, 0},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,
@@ -74,6 +113,11 @@ constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPic
 
 std::span<const LangTextUse> UsedLangTexts() {
     return kTexts;
+}
+
+QString LangTextOr(const Language& language, std::int32_t number, const QString& designed) {
+    const QString v = language.GetLangString(number);
+    return v.isEmpty() ? designed : v;
 }
 
 std::span<const std::int16_t> UsedLangFiles() {

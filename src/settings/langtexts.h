@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QString>
 #include <cstdint>
 #include <span>
 
 namespace tavik {
+
+class Language;
 
 // The numbered texts of section "_String" that the editor shows, named by purpose. Every
 // delivered language file holds each of them; `arguments` says how many of %1, %2 ... the
@@ -49,6 +52,39 @@ inline constexpr std::int32_t CheckColumnPlace = 196;
 inline constexpr std::int32_t CheckColumnProblem = 197;
 inline constexpr std::int32_t CheckClean = 198;
 inline constexpr std::int32_t CheckFirstFinding = 199; // to 219
+// Service editor: the tab strip and the captions of its lists' columns.
+inline constexpr std::int32_t TabProperties = 130;
+inline constexpr std::int32_t TabService = 131;
+inline constexpr std::int32_t TabSentence = 132;
+inline constexpr std::int32_t ColumnTimeShift = 133;
+inline constexpr std::int32_t ColumnTargetTitle = 134;
+inline constexpr std::int32_t ColumnSourceName = 135;
+inline constexpr std::int32_t ColumnServiceKey = 136;
+inline constexpr std::int32_t ColumnServiceText = 137;
+// File dialogs: titles and filters ("name [pattern]|pattern|..."), and the fixed entries of
+// the import dialog's format list.
+inline constexpr std::int32_t FindIndexFileTitle = 138;
+inline constexpr std::int32_t IndexFileFilter = 139;
+inline constexpr std::int32_t LoadPictureTitle = 140;
+inline constexpr std::int32_t PictureFilter = 141;
+inline constexpr std::int32_t FormatAllFiles = 142;
+inline constexpr std::int32_t FormatAllMedia = 143;
+// Names assistive technology announces for controls that show no caption of their own.
+inline constexpr std::int32_t NameAnnouncementList = 144;
+inline constexpr std::int32_t NameLanguageFiles = 145;
+inline constexpr std::int32_t NamePackageList = 146;
+inline constexpr std::int32_t NameSentenceList = 147;
+inline constexpr std::int32_t NameServiceList = 148;
+inline constexpr std::int32_t NameTitleList = 149;
+inline constexpr std::int32_t NameDrive = 150;
+inline constexpr std::int32_t NameFolder = 151;
+inline constexpr std::int32_t NameFiles = 152;
+inline constexpr std::int32_t NameFileType = 153;
+inline constexpr std::int32_t NameImportTitle = 154;
+inline constexpr std::int32_t NameFirstColor = 155; // 155 to 163, the nine highlight colours
+inline constexpr std::int32_t NamePackageComment = 164;
+inline constexpr std::int32_t NameLog = 165;
+inline constexpr std::int32_t NameAboutText = 166;
 } // namespace LangText
 
 struct LangTextUse {
@@ -58,6 +94,10 @@ struct LangTextUse {
 
 // Every numbered text the editor uses.
 std::span<const LangTextUse> UsedLangTexts();
+
+// Numbered text `number` of `language`, or `designed` when the file has none: for texts the
+// design gives that a language file may translate.
+QString LangTextOr(const Language& language, std::int32_t number, const QString& designed);
 
 // The numbered files of section "_Files", paths below the installation root.
 namespace LangFile {

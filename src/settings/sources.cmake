@@ -6,10 +6,12 @@ list(APPEND TAVIK_CORE_SOURCES
     settings/profilefile.cpp
     settings/profiletext.cpp
     settings/useformat.cpp
+    settings/qttranslation.cpp
     settings/windowtexts.cpp
 )
 list(APPEND TAVIK_UI_SOURCES
     settings/applylanguage.cpp
+    settings/followlanguage.cpp
     settings/frmlanguage.cpp
     settings/frmoptions.cpp
 )

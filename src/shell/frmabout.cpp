@@ -1,6 +1,8 @@
 #include "frmabout.h"
 
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "shell/clicklabel.h"
 #include "shell/frmsplash.h"
@@ -60,6 +62,9 @@ frmAbout::frmAbout(const Language& language, QWidget* parent)
     layout->addLayout(links, 2, 1);
 
     ApplyLanguage(this, objectName(), language.LanguageFile);
+    FollowLanguage(this, language, [this, &language] {
+        txtInfo_->setAccessibleName(language.GetLangString(LangText::NameAboutText));
+    });
     picture_->setPixmap(ProductPicture(language));
     lblVersion_->setText(ProgramVersionLine());
     txtInfo_->setPlainText(readInfoText(language.GetLangFile(4)));

@@ -1,6 +1,7 @@
 #include "frmsplash.h"
 
 #include "settings/applylanguage.h"
+#include "settings/followlanguage.h"
 #include "settings/language.h"
 #include "shell/clicklabel.h"
 #include "shell/productinfo.h"
@@ -53,6 +54,7 @@ frmSplash::frmSplash(const Language& language, QWidget* parent)
     layout->addWidget(lblClick_, 0, Qt::AlignCenter);
 
     ApplyLanguage(this, objectName(), language.LanguageFile);
+    FollowLanguage(this, language);
     FormOnTop(this, true);
     picture_->setPixmap(ProductPicture(language));
     lblVersion_->setText(ProgramVersionLine());

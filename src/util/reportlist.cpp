@@ -177,7 +177,9 @@ bool ReportListItem::Selected() const {
 void ReportListItem::SetSelected(bool selected) {
     if (selected && owner_ && treeWidget() == owner_ &&
         owner_->selectionMode() == QAbstractItemView::SingleSelection)
-        owner_->setCurrentItem(this, 0, QItemSelectionModel::ClearAndSelect);
+        // The whole row, as a click selects it: assistive technology reads rows, not cells.
+        owner_->setCurrentItem(this, 0,
+                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     else
         setSelected(selected);
 }

@@ -16,6 +16,7 @@ list(APPEND TAVIK_CORE_SOURCES
 # Report-style lists with their row routines, the editor's push button, and the message, input
 # and file dialogs every window asks through.
 list(APPEND TAVIK_UI_SOURCES
+    util/accessiblenames.cpp
     util/filedialog.cpp
     util/inputbox.cpp
     util/listrows.cpp

@@ -426,7 +426,7 @@ TEST(frmNew, IsLabelledFromTheLanguageFile) {
     Editor editor(QStringLiteral("English.lng"));
     auto dialog = showNew(editor, true);
     EXPECT_EQ(dialog->windowTitle(), QStringLiteral("New announcement package"));
-    EXPECT_EQ(dialog->lblTitel()->text(), QStringLiteral("Title:"));
+    EXPECT_EQ(dialog->lblTitel()->text(), QStringLiteral("&Title:"));
     EXPECT_EQ(dialog->cmdPic()->toolTip(), QStringLiteral("Choose a picture"));
     EXPECT_EQ(dialog->cmdCancel()->text(), QStringLiteral("&Cancel"));
 }

@@ -84,15 +84,15 @@ TEST(frmDienst, LabelsItselfFromTheLanguageFileAndKeepsItsTextBoxes) {
     frmDienst* editor = host.openEditor();
     EXPECT_EQ(editor->windowTitle(), QStringLiteral("Service editor"));
     EXPECT_EQ(editor->findChild<QLabel*>(QStringLiteral("lblTitle"))->text(),
-              QStringLiteral("Service name:"));
+              QStringLiteral("Service na&me:"));
     EXPECT_EQ(editor->cmdAdd()->toolTip(), QStringLiteral("New entry"));
     EXPECT_EQ(editor->cmdAdd()->text(), QString());
     EXPECT_EQ(editor->fraSource()->title(), QStringLiteral("Choices"));
     EXPECT_EQ(editor->mnuClose()->text(), QStringLiteral("Close"));
     EXPECT_EQ(editor->txtID()->text(), QStringLiteral("000000"));
-    // The tab strip is never relabelled.
-    EXPECT_EQ(editor->ridDienst()->tabText(0), QStringLiteral("Eigenschaften"));
-    EXPECT_EQ(editor->ridDienst()->tabText(2), QStringLiteral("Satz"));
+    // The tab strip takes numbered texts, not a control key.
+    EXPECT_EQ(editor->ridDienst()->tabText(0), QStringLiteral("Properties"));
+    EXPECT_EQ(editor->ridDienst()->tabText(2), QStringLiteral("Sentence"));
 }
 
 TEST(frmDienst, EveryControlTheLanguageFilesNameIsAControlOfTheEditor) {

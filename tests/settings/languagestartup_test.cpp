@@ -173,8 +173,8 @@ TEST(MainWindowLanguage, TheLanguageButtonLetsTheUserChangeTheLanguage) {
     const QString english = languagePath(editor, QStringLiteral("English.lng"));
     EXPECT_EQ(storedLanguage(editor), english);
     EXPECT_EQ(editor.language.LanguageFile, english);
-    // The open window keeps its texts; messages from now on are English.
-    EXPECT_EQ(editor.main->cmdOpen()->text(), QStringLiteral("&Öffnen"));
+    // The open window follows at once, and so does every message from now on.
+    EXPECT_EQ(editor.main->cmdOpen()->text(), QStringLiteral("&Open"));
     EXPECT_EQ(editor.language.GetLangString(7), QStringLiteral("Discard list"));
     EXPECT_TRUE(editor.main->isVisible());
 }

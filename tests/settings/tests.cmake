@@ -7,10 +7,13 @@ list(APPEND TAVIK_CORE_TESTS
     settings/modini_test.cpp
     settings/profilerules_test.cpp
     settings/profilewrite_test.cpp
+    settings/qttranslation_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp
+    settings/everywindow_test.cpp
     settings/frmlanguage_test.cpp
     settings/frmoptions_test.cpp
+    settings/languagechange_test.cpp
     settings/languagestartup_test.cpp
 )

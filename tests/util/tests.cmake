@@ -12,5 +12,6 @@ list(APPEND TAVIK_CORE_TESTS
 list(APPEND TAVIK_WIDGET_TESTS
     util/listrows_test.cpp
     util/reportlist_test.cpp
+    util/reportlistaccess_test.cpp
     util/zelcmd_test.cpp
 )
