@@ -20,7 +20,7 @@ const char* const kUsage =
     "       tavik check PACKAGE [--json]\n"
     "       tavik write JSON PATH\n"
     "       tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P]\n"
-    "       tavik import PACKAGE FILE... [--title T]...\n";
+    "       tavik import PACKAGE FILE... [--title T]...\n"
     "       tavik render PACKAGE SERVICE SENTENCE -o OUT.wav [--rate HZ] [--channels 1|2]\n";
 
 } // namespace
