@@ -3,9 +3,7 @@
 #include "audio/modmci.h"
 #include "audio/systembackend.h"
 #include "service/servicecheck.h"
-#include "settings/modini.h"
-#include "util/apppath.h"
-#include "util/conversions.h"
+#include "settings/useformat.h"
 #include "util/runtimeerror.h"
 
 #include <QJsonArray>
@@ -51,12 +49,12 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 2;
     }
     const QString& folder = rest[0];
-    const std::unique_ptr<MciBackend> backend = createSystemMciBackend();
+    // Sounds are only opened and measured: no output device is started.
+    const std::unique_ptr<MciBackend> backend = createSystemMciBackend(false);
     modMCI mci(*backend, [](const QString&) {});
-    // Sounds open as the editor opens them, with its own "UseFormat" setting.
-    mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                                  QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
-                                  Variant::fromBoolean(false)));
+    // Sounds open as the editor opens them, with its own "UseFormat" setting; a value that is
+    // no Boolean leaves the default, as it does in the editor.
+    mci.UseFormat = ReadUseFormat();
     PackageCheck check;
     try {
         check = CheckPackage(folder, MciSoundProber(mci));

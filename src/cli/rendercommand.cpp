@@ -6,9 +6,7 @@
 #include "package/clszeldb.h"
 #include "service/packageannouncements.h"
 #include "service/servicefile.h"
-#include "settings/modini.h"
-#include "util/apppath.h"
-#include "util/conversions.h"
+#include "settings/useformat.h"
 #include "util/fileops.h"
 #include "util/runtimeerror.h"
 
@@ -70,9 +68,8 @@ int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     // The lengths come from the sounds opened as the editor opens them; nothing is played.
     EmulatorBackend backend({}, std::make_shared<NullSoundOutput>());
     modMCI mci(backend, {});
-    mci.UseFormat = CBool(ReadINI(NativePath(AppPath() + QStringLiteral("\\Tavik.ini")),
-                                  QStringLiteral("SOUND"), QStringLiteral("UseFormat"),
-                                  Variant::fromBoolean(false)));
+    // A value that is no Boolean leaves the default, as it does in the editor.
+    mci.UseFormat = ReadUseFormat();
     AnnouncementTable table;
     try {
         AnnouncementLoadHooks hooks;

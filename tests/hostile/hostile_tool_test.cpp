@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <gtest/gtest.h>
@@ -140,7 +141,7 @@ TEST(HostileTool, PlayOverKeysThatAreNoNumbersPlaysOnlyThePackagesOwnSounds) {
     EXPECT_EQ(treeChanges(before, root.snapshot()), QString());
 }
 
-TEST(HostileTool, ASettingThatIsNoBooleanLeavesTheDefaultForPlayAndMeasure) {
+TEST(HostileTool, ASettingThatIsNoBooleanLeavesTheDefaultForEveryVerbThatOpensSounds) {
     HostileRoot root;
     root.dir.write(QStringLiteral("bin/Tavik.ini"), "[SOUND]\r\nUseFormat=abc\r\n");
     const ToolRun play =
@@ -154,4 +155,18 @@ TEST(HostileTool, ASettingThatIsNoBooleanLeavesTheDefaultForPlayAndMeasure) {
     EXPECT_FALSE(measure.crashed);
     EXPECT_EQ(measure.code, 0) << measure.err.toStdString();
     EXPECT_TRUE(measure.out.startsWith("60\t")) << measure.out.toStdString();
+    // The check names what it finds in the hostile package, but the setting is no failure.
+    const ToolRun check = root.tool({QStringLiteral("check"), root.package});
+    ASSERT_TRUE(check.finished);
+    EXPECT_FALSE(check.crashed);
+    EXPECT_EQ(check.code, 1) << check.err.toStdString();
+    EXPECT_TRUE(check.err.isEmpty()) << check.err.toStdString();
+    const QString wave = root.dir.file(QStringLiteral("satz.wav"));
+    const ToolRun render =
+        root.tool({QStringLiteral("render"), root.package, root.package + QStringLiteral("/_31._"),
+                   QStringLiteral("4711"), QStringLiteral("-o"), wave});
+    ASSERT_TRUE(render.finished);
+    EXPECT_FALSE(render.crashed);
+    EXPECT_EQ(render.code, 0) << render.err.toStdString();
+    EXPECT_GT(QFileInfo(wave).size(), 44);
 }
