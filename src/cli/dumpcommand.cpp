@@ -24,7 +24,7 @@ bool isServiceFile(const QString& path) {
     if (WildcardMatch(QStringLiteral("_*._"), info.fileName()))
         return true;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!OpenToRead(file))
         return false;
     if (file.peek(zeldb::kMagicSize) == QByteArray(zeldb::kMagic, zeldb::kMagicSize))
         return false;
@@ -35,7 +35,7 @@ bool isServiceFile(const QString& path) {
 // write of the dump gives the file back whole.
 void addTail(QJsonObject& json, const QString& path, qint64 end) {
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly) && file.size() > end && file.seek(end))
+    if (OpenToRead(file) && file.size() > end && file.seek(end))
         json.insert(QStringLiteral("tail"), QString::fromLatin1(file.readAll().toHex()));
 }
 

@@ -27,8 +27,8 @@ int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     }
     const QString& jsonPath = args[0];
     QFile file(jsonPath);
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(err, jsonPath, file.errorString());
+    if (!OpenToRead(file))
+        return fail(err, jsonPath, QStringLiteral("cannot be read as a file"));
     if (file.size() > kMaxJsonBytes)
         return fail(err, jsonPath, QStringLiteral("larger than any dump"));
     QJsonParseError parseError;

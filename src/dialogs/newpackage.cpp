@@ -71,7 +71,7 @@ void WritePackageInfo(clsZELDB& store, const QString& indexFile, const QString& 
 
 QString ReadDescription(const QString& path) {
     QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
+    if (path.isEmpty() || !OpenToRead(file))
         return {};
     QByteArray bytes = file.read(kMaxDescriptionBytes);
     const qsizetype nul = bytes.indexOf('\0');

@@ -23,7 +23,7 @@ bool clsZELDB::OpenIOFile(const QString& path) {
         return false;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!OpenToRead(file)) {
         // Counted as missing, like every other file error before the first read.
         lastRead_ = {ZeldbReadReport::Status::Missing, QStringLiteral("cannot be read"), 0};
         return false;

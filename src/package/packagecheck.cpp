@@ -384,7 +384,7 @@ void IndexChecker::checkUnusedFiles() {
 
 void IndexChecker::checkComment() {
     QFile file(NativePath(folder_ + text(kCommentFileName)));
-    if (file.open(QIODevice::ReadOnly))
+    if (OpenToRead(file))
         checkText(fileOf(kCommentFileName), fromCp1252(file.read(1024 * 1024)));
 }
 

@@ -1,6 +1,7 @@
 #include "package/packagetext.h"
 
 #include "util/cp1252.h"
+#include "util/fileops.h"
 #include "util/runtimeerror.h"
 
 #include <QFile>
@@ -13,7 +14,7 @@ QString ReadPackageText(const QString& path, qint64 maxBytes) {
     if (path.isEmpty() || !info.exists() || info.isDir())
         throw RuntimeError(rt::FileNotFound);
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!OpenToRead(file))
         throw RuntimeError(rt::PathFileAccess);
     return fromCp1252(file.read(maxBytes));
 }

@@ -168,7 +168,7 @@ ServiceReadResult ReadServiceFile(const QString& path, bool deleteEmpty) {
         return result;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!OpenToRead(file)) {
         ServiceReadResult result;
         fail(result, Status::Missing, 0, file.errorString());
         return result;
@@ -182,7 +182,7 @@ void WriteServiceFile(const QString& path, const QByteArray& bytes) {
     QFile old(path);
     if (!IsLink(path) && old.size() > bytes.size()) {
         // The tail is part of what the file must hold afterwards: a failed read saves nothing.
-        if (!old.open(QIODevice::ReadOnly) || !old.seek(bytes.size()))
+        if (!OpenToRead(old) || !old.seek(bytes.size()))
             throw RuntimeError(rt::PathFileAccess);
         const QByteArray tail = old.readAll();
         if (old.error() != QFileDevice::NoError || tail.size() != old.size() - bytes.size())
@@ -196,7 +196,7 @@ void GetFileInfo(const QString& path, QString& title, QString& author, QString& 
     if (!FileCheck(path, true))
         return;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!OpenToRead(file))
         return;
     const QByteArray lengthBytes = file.read(16);
     ByteReader lengths(reinterpret_cast<const uchar*>(lengthBytes.constData()), lengthBytes.size());

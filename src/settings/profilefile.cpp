@@ -80,7 +80,7 @@ std::optional<ProfileText> loadProfileText(const QString& path) {
     if (path.isEmpty())
         return std::nullopt;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!OpenToRead(file))
         return std::nullopt;
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)

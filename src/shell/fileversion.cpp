@@ -1,5 +1,7 @@
 #include "fileversion.h"
 
+#include "util/fileops.h"
+
 #include <QFile>
 #include <QtEndian>
 
@@ -69,7 +71,7 @@ QString FileTypeName(std::uint32_t fileType) {
 FileVersionInfo ReadFileVersion(const QString& path) {
     FixedFileInfo fixed;
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly)) {
+    if (OpenToRead(file)) {
         // Mapped, so a large file costs no memory of its own.
         if (uchar* data = file.map(0, file.size()))
             fixed = findFixedFileInfo(QByteArray::fromRawData(reinterpret_cast<char*>(data),

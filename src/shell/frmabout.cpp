@@ -8,6 +8,7 @@
 #include "shell/frmsplash.h"
 #include "shell/productinfo.h"
 #include "util/cp1252.h"
+#include "util/fileops.h"
 #include "util/windowplacement.h"
 
 #include <QDesktopServices>
@@ -26,7 +27,7 @@ namespace {
 QString readInfoText(const QString& path) {
     constexpr qint64 kMaxInfo = 1 << 20;
     QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
+    if (path.isEmpty() || !OpenToRead(file))
         return {};
     return fromCp1252(file.read(kMaxInfo));
 }

@@ -12,6 +12,8 @@
 #include <optional>
 
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -103,44 +105,38 @@ void syncToDisk(QFileDevice& file) {
 #endif
 }
 
-// One checked replacement of a file: a temporary beside it, every write checked, synced, then
-// renamed over the old file. Dropped without commit(), the temporary goes and the old file
-// stays as it was.
-class CheckedSave {
-public:
-    explicit CheckedSave(const QString& path) : file_(path) {
-        refuseAsTarget(path);
-        fault_ = takeFault();
-        failIfAt(fault_, WriteStep::Open);
-        // Unbuffered: nothing waits in a buffer to fail unseen when the file is committed.
-        if (!file_.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-            throw RuntimeError(rt::PathFileAccess);
-        // QSaveFile writes to a link's target: a link made since the test above ends it here.
-        if (IsLink(path))
-            throw RuntimeError(rt::PathFileAccess);
-    }
-
-    void write(const char* data, qint64 size) { writeAll(file_, data, size, fault_); }
-
-    void commit() {
-        failIfAt(fault_, WriteStep::Sync);
-        syncToDisk(file_);
-        if (fault_ && fault_->step == WriteStep::Commit) {
-            file_.cancelWriting();
-            file_.commit();
-            raiseSystemError(fault_->systemError);
-        }
-        // A link made after the open is replaced by the file, not followed: rename works so.
-        if (!file_.commit())
-            throw RuntimeError(rt::PathFileAccess);
-    }
-
-private:
-    QSaveFile file_;
-    std::optional<WriteFault> fault_;
-};
-
 } // namespace
+
+AtomicFileWriter::AtomicFileWriter(const QString& path) : file_(path) {
+    refuseAsTarget(path);
+    fault_ = takeFault();
+    failIfAt(fault_, WriteStep::Open);
+    // Unbuffered: nothing waits in a buffer to fail unseen when the file is committed.
+    if (!file_.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        throw RuntimeError(rt::PathFileAccess);
+    // QSaveFile writes to a link's target: a link made since the test above ends it here.
+    if (IsLink(path))
+        throw RuntimeError(rt::PathFileAccess);
+}
+
+AtomicFileWriter::~AtomicFileWriter() = default;
+
+void AtomicFileWriter::write(const char* data, qint64 size) {
+    writeAll(file_, data, size, fault_);
+}
+
+void AtomicFileWriter::commit() {
+    failIfAt(fault_, WriteStep::Sync);
+    syncToDisk(file_);
+    if (fault_ && fault_->step == WriteStep::Commit) {
+        file_.cancelWriting();
+        file_.commit();
+        raiseSystemError(fault_->systemError);
+    }
+    // A link made after the open is replaced by the file, not followed: rename works so.
+    if (!file_.commit())
+        throw RuntimeError(rt::PathFileAccess);
+}
 
 bool IsLink(const QString& path) {
     const QFileInfo info(path);
@@ -227,13 +223,34 @@ qint64 FileLen(const QString& path) {
     return info.size();
 }
 
+bool OpenToRead(QFile& file) {
+#ifdef Q_OS_UNIX
+    // Opened without blocking and checked on the open descriptor: a pipe put in place after a
+    // look at the name would still block an ordinary open.
+    const int fd =
+        ::open(QFile::encodeName(file.fileName()).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) ||
+        ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK) != 0 ||
+        !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return false;
+    }
+    return true;
+#else
+    return QFileInfo(file.fileName()).isFile() && file.open(QIODevice::ReadOnly);
+#endif
+}
+
 void FileCopy(const QString& source, const QString& destination) {
     if (!QFileInfo(source).isFile())
         throw RuntimeError(rt::FileNotFound);
     QFile in(source);
-    if (!in.open(QIODevice::ReadOnly))
+    if (!OpenToRead(in))
         throw RuntimeError(rt::PathFileAccess);
-    CheckedSave out(destination);
+    AtomicFileWriter out(destination);
     // Sound files can be large: copied in blocks, not read whole into memory.
     QByteArray block(kCopyBlock, Qt::Uninitialized);
     for (;;) {
@@ -273,7 +290,7 @@ void RmDir(const QString& path) {
 }
 
 void WriteFileAtomically(const QString& path, const QByteArray& bytes) {
-    CheckedSave out(path);
+    AtomicFileWriter out(path);
     out.write(bytes.constData(), bytes.size());
     out.commit();
 }

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QSaveFile>
 #include <QStringList>
+#include <optional>
+
+class QFile;
 
 namespace tavik {
 
@@ -29,6 +33,10 @@ void FileCopy(const QString& source, const QString& destination);
 void Kill(const QString& path);
 void MkDir(const QString& path);
 void RmDir(const QString& path);
+
+// Opens `file` for reading only when it names a plain file (through links). A pipe, socket or
+// device named like a package file is refused without waiting for a writer that never comes.
+bool OpenToRead(QFile& file);
 
 // Whether `path` itself is a symbolic link (on Windows also a junction), whatever it points
 // to and whether that exists. Nothing is ever written through one.
@@ -60,5 +68,24 @@ struct WriteFault {
 };
 void InjectWriteFault(const WriteFault& fault);
 void ClearWriteFault();
+
+// WriteFileAtomically for content made piece by piece, so a large file never sits in memory
+// whole: the pieces go to a temporary beside `path`, and commit() syncs and renames it over
+// the old file. Dropped without commit(), the temporary goes and the old file stays. Raises
+// what WriteFileAtomically raises.
+class AtomicFileWriter {
+public:
+    explicit AtomicFileWriter(const QString& path);
+    ~AtomicFileWriter();
+    AtomicFileWriter(const AtomicFileWriter&) = delete;
+    AtomicFileWriter& operator=(const AtomicFileWriter&) = delete;
+
+    void write(const char* data, qint64 size);
+    void commit();
+
+private:
+    QSaveFile file_;
+    std::optional<WriteFault> fault_;
+};
 
 } // namespace tavik

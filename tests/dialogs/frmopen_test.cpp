@@ -3,6 +3,7 @@
 #include "settings/windowtexts.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
+#include "support/namedpipe.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/filedialog.h"
@@ -167,6 +168,26 @@ TEST(frmOpenHighlight, APackageWithoutACommentFileIsListedShowsNoDescriptionAndO
     EXPECT_EQ(setup.editor.main->IndexFilePath,
               dialog.packageFolders()[1] + QDir::separator() + QStringLiteral("Package.io"));
     EXPECT_FALSE(QFile::exists(setup.dataFile(QStringLiteral("B/Package.txt"))));
+}
+
+// A pipe never ends and has no writer: reading it as the description would hang the dialog.
+TEST(frmOpenHighlight, ACommentFileThatIsAPipeIsTheAccessErrorAndTheDialogStaysUsable) {
+    OpenSetup setup;
+    setup.package(QStringLiteral("A"), QStringLiteral("Erstes"), QStringLiteral("Anna"), "Eins");
+    setup.package(QStringLiteral("B"), QStringLiteral("Rohr"), QStringLiteral("Bernd"));
+    const tavik::test::NamedPipe pipe(setup.dataFile(QStringLiteral("B/Package.txt")));
+    ASSERT_TRUE(pipe.made());
+    frmOpen dialog(*setup.editor.main);
+    dialog.show();
+    ASSERT_EQ(texts(dialog.lstFile()), (QStringList{"Erstes", "Rohr"}));
+    ErrorCatcher errors;
+    clickRow(dialog.lstFile(), 1);
+    ASSERT_EQ(errors.shown.size(), 1);
+    EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'75'"))) << errors.shown[0].toStdString();
+    EXPECT_FALSE(pipe.hadToFreeAReader());
+    clickRow(dialog.lstFile(), 0);
+    EXPECT_EQ(dialog.txtComment()->toPlainText(), QStringLiteral("Eins"));
+    EXPECT_EQ(errors.shown.size(), 1);
 }
 
 TEST(frmOpenHighlight, LoadPicIgnoresAMissingOrUnreadablePicture) {

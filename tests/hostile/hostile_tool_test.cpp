@@ -2,6 +2,7 @@
 // ends with exit 0, or 2 and one line on standard error; never a crash, never a write.
 #include "hostile/hostilecorpus.h"
 #include "hostile/treesnapshot.h"
+#include "support/namedpipe.h"
 #include "support/tempdir.h"
 
 #include <QDir>
@@ -169,4 +170,49 @@ TEST(HostileTool, ASettingThatIsNoBooleanLeavesTheDefaultForEveryVerbThatOpensSo
     EXPECT_FALSE(render.crashed);
     EXPECT_EQ(render.code, 0) << render.err.toStdString();
     EXPECT_GT(QFileInfo(wave).size(), 44);
+}
+
+// A pipe has no writer: opening it as a file would wait for ever.
+TEST(HostileTool, PipesNamedLikeThePackagesFilesAreRefusedWithoutWaiting) {
+    HostileRoot root;
+    const QString good = root.dir.file(QStringLiteral("Data/Gut"));
+    test::writeHostilePackage(root.dir.path(), good);
+    using tavik::test::NamedPipe;
+    const NamedPipe comment(good + QStringLiteral("/Package.txt"));
+    const NamedPipe service(root.package + QStringLiteral("/_31._"));
+    const NamedPipe index(root.package + QStringLiteral("/Package.io"));
+    const NamedPipe settings(root.dir.file(QStringLiteral("bin/Tavik.ini")));
+    ASSERT_TRUE(comment.made() && service.made() && index.made() && settings.made());
+
+    const ToolRun checkGood = root.tool({QStringLiteral("check"), good});
+    ASSERT_TRUE(checkGood.finished);
+    EXPECT_FALSE(checkGood.crashed);
+    EXPECT_TRUE(checkGood.code == 0 || checkGood.code == 1) << checkGood.err.toStdString();
+    // The dump names the package's links first, as always; its last line is the failure.
+    const ToolRun dump = root.tool({QStringLiteral("dump"), root.package});
+    ASSERT_TRUE(dump.finished);
+    EXPECT_FALSE(dump.crashed);
+    EXPECT_EQ(dump.code, 2);
+    EXPECT_TRUE(dump.err.trimmed().split('\n').last().contains("Package.io"))
+        << dump.err.toStdString();
+    const ToolRun check = root.tool({QStringLiteral("check"), root.package});
+    ASSERT_TRUE(check.finished);
+    EXPECT_FALSE(check.crashed);
+    EXPECT_EQ(check.code, 2);
+    EXPECT_TRUE(check.out.contains("error: Package.io: the package index cannot be read"))
+        << check.out.toStdString();
+    expectOneLineFailure(
+        root.tool({QStringLiteral("dump"), root.package + QStringLiteral("/_31._")}),
+        QStringLiteral("_31._"));
+    expectOneLineFailure(
+        root.tool({QStringLiteral("play"), good, root.package + QStringLiteral("/_31._")}),
+        QStringLiteral("31"));
+    expectOneLineFailure(
+        root.tool({QStringLiteral("write"), root.package + QStringLiteral("/_31._"),
+                   root.dir.file(QStringLiteral("neu.io"))}),
+        QStringLiteral("_31._"));
+    EXPECT_FALSE(comment.hadToFreeAReader());
+    EXPECT_FALSE(service.hadToFreeAReader());
+    EXPECT_FALSE(index.hadToFreeAReader());
+    EXPECT_FALSE(settings.hadToFreeAReader());
 }

@@ -1,5 +1,6 @@
 #include "package/packagetext.h"
 #include "support/errorof.h"
+#include "support/namedpipe.h"
 #include "support/tempdir.h"
 
 #include <QFile>
@@ -42,4 +43,13 @@ TEST(ReadPackageDescription, ACommentThatCannotBeReadIsStillTheReadersError) {
     if (QFile file(path); file.open(QIODevice::ReadOnly))
         GTEST_SKIP() << "running with rights that ignore file permissions";
     EXPECT_EQ(errorOf([&] { ReadPackageDescription(path); }), 75);
+}
+
+TEST(ReadPackageText, APipeNamedLikeTheCommentIsAnAccessErrorNotAWait) {
+    TempDir dir;
+    const tavik::test::NamedPipe pipe(dir.file("Package.txt"));
+    ASSERT_TRUE(pipe.made());
+    EXPECT_EQ(errorOf([&] { ReadPackageText(dir.file("Package.txt")); }), 75);
+    EXPECT_EQ(errorOf([&] { ReadPackageDescription(dir.file("Package.txt")); }), 75);
+    EXPECT_FALSE(pipe.hadToFreeAReader());
 }

@@ -1,4 +1,5 @@
 #include "support/errorof.h"
+#include "support/namedpipe.h"
 #include "support/tempdir.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
@@ -136,4 +137,30 @@ TEST(NativePath, TurnsBackslashesIntoThePlatformSeparator) {
 #ifndef Q_OS_WIN
     EXPECT_EQ(NativePath(QStringLiteral("/x/bin\\..\\Data\\")), QStringLiteral("/x/bin/../Data/"));
 #endif
+}
+
+TEST(OpenToRead, OpensAPlainFileAlsoBehindALink) {
+    TempDir dir;
+    const QString path = dir.write("Package.txt", "Linie 1");
+    QFile file(path);
+    ASSERT_TRUE(OpenToRead(file));
+    EXPECT_EQ(file.readAll(), QByteArray("Linie 1"));
+    ASSERT_TRUE(QFile::link(path, dir.file("link.txt")));
+    QFile linked(dir.file("link.txt"));
+    ASSERT_TRUE(OpenToRead(linked));
+    EXPECT_EQ(linked.readAll(), QByteArray("Linie 1"));
+}
+
+TEST(OpenToRead, RefusesAPipeAFolderAndAMissingFileWithoutWaiting) {
+    TempDir dir;
+    const tavik::test::NamedPipe pipe(dir.file("Package.txt"));
+    ASSERT_TRUE(pipe.made());
+    QFile piped(dir.file("Package.txt"));
+    EXPECT_FALSE(OpenToRead(piped));
+    EXPECT_FALSE(piped.isOpen());
+    QFile folder(dir.path());
+    EXPECT_FALSE(OpenToRead(folder));
+    QFile missing(dir.file("fehlt.txt"));
+    EXPECT_FALSE(OpenToRead(missing));
+    EXPECT_FALSE(pipe.hadToFreeAReader());
 }
