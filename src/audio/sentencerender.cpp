@@ -1,46 +1,60 @@
 #include "sentencerender.h"
 
+#include "util/fileops.h"
+
+#include <QtEndian>
 #include <algorithm>
-#include <cstring>
-#include <sndfile.h>
+#include <cmath>
+#include <memory>
 #include <vector>
 
 namespace tavik {
 
 namespace {
 
-// libsndfile writes the file image into memory, so it can be saved like every other file.
-struct MemoryFile {
-    QByteArray bytes;
-    sf_count_t position = 0;
+constexpr qint64 kHeaderBytes = 44;
+constexpr qint64 kBlockFrames = 8192;
+// The RIFF size field counts the file less its first 8 bytes in 32 bits.
+constexpr qint64 kMaxDataBytes = 0xFFFFFFFFLL - (kHeaderBytes - 8);
 
-    static MemoryFile& of(void* data) { return *static_cast<MemoryFile*>(data); }
-    static sf_count_t length(void* data) { return of(data).bytes.size(); }
-    static sf_count_t seek(sf_count_t offset, int whence, void* data) {
-        MemoryFile& f = of(data);
-        const sf_count_t base = whence == SEEK_CUR   ? f.position
-                                : whence == SEEK_END ? f.bytes.size()
-                                                     : 0;
-        f.position = std::max<sf_count_t>(0, base + offset);
-        return f.position;
-    }
-    static sf_count_t read(void* out, sf_count_t count, void* data) {
-        MemoryFile& f = of(data);
-        const sf_count_t n = std::clamp<sf_count_t>(f.bytes.size() - f.position, 0, count);
-        if (n > 0)
-            std::memcpy(out, f.bytes.constData() + f.position, static_cast<std::size_t>(n));
-        f.position += n;
-        return n;
-    }
-    static sf_count_t write(const void* in, sf_count_t count, void* data) {
-        MemoryFile& f = of(data);
-        if (f.position + count > f.bytes.size())
-            f.bytes.resize(static_cast<qsizetype>(f.position + count));
-        std::memcpy(f.bytes.data() + f.position, in, static_cast<std::size_t>(count));
-        f.position += count;
-        return count;
-    }
-    static sf_count_t tell(void* data) { return of(data).position; }
+qint64 dataBytesFor(const QList<ScheduledEntry>& entries, OutputFormat format) {
+    if (entries.isEmpty())
+        return 0;
+    const qint64 frameBytes = 2LL * format.channels;
+    const qint64 stopMs = entries.last().stopMs;
+    // Checked in milliseconds first, so the frame count below cannot overflow.
+    if (stopMs > (kMaxDataBytes / frameBytes) * 1000 / format.sampleRate + 1)
+        return -1;
+    const qint64 bytes = frameOfMs(stopMs, format.sampleRate) * frameBytes;
+    return bytes > kMaxDataBytes ? -1 : bytes;
+}
+
+QByteArray waveHeader(OutputFormat format, qint64 dataBytes) {
+    QByteArray h(kHeaderBytes, '\0');
+    char* p = h.data();
+    const auto u32 = [&](int at, quint32 v) { qToLittleEndian<quint32>(v, p + at); };
+    const auto u16 = [&](int at, quint16 v) { qToLittleEndian<quint16>(v, p + at); };
+    std::copy_n("RIFF", 4, p);
+    u32(4, static_cast<quint32>(dataBytes + kHeaderBytes - 8));
+    std::copy_n("WAVEfmt ", 8, p + 8);
+    u32(16, 16);
+    u16(20, 1); // PCM
+    u16(22, static_cast<quint16>(format.channels));
+    u32(24, static_cast<quint32>(format.sampleRate));
+    u32(28, static_cast<quint32>(format.sampleRate * format.channels * 2));
+    u16(32, static_cast<quint16>(format.channels * 2));
+    u16(34, 16);
+    std::copy_n("data", 4, p + 36);
+    u32(40, static_cast<quint32>(dataBytes));
+    return h;
+}
+
+// One entry while it is rendered: its reader lives from its start frame to its stop frame.
+struct Voice {
+    qint64 at;
+    qint64 stop;
+    QString path;
+    std::unique_ptr<SoundReader> reader;
 };
 
 } // namespace
@@ -49,45 +63,82 @@ qint64 frameOfMs(qint64 ms, int sampleRate) {
     return (ms * sampleRate + 500) / 1000;
 }
 
+qint64 RenderedWaveBytes(const AnnouncementTable& table, const SatzRecord& sentence,
+                         OutputFormat format) {
+    const qint64 data = dataBytesFor(ScheduleSentence(table, sentence), format);
+    return data < 0 ? -1 : data + kHeaderBytes;
+}
+
+bool RenderSentence(const AnnouncementTable& table, const SatzRecord& sentence, OutputFormat format,
+                    const WaveSink& sink) {
+    const QList<ScheduledEntry> entries = ScheduleSentence(table, sentence);
+    const qint64 dataBytes = dataBytesFor(entries, format);
+    if (dataBytes < 0)
+        return false;
+    const int channels = format.channels;
+    const qint64 total = dataBytes / (2LL * channels);
+    sink(waveHeader(format, dataBytes).constData(), kHeaderBytes);
+
+    std::vector<Voice> voices;
+    for (const ScheduledEntry& e : entries)
+        voices.push_back({frameOfMs(e.startMs, format.sampleRate),
+                          frameOfMs(e.stopMs, format.sampleRate), e.path, nullptr});
+    std::vector<float> mix(static_cast<std::size_t>(kBlockFrames * channels));
+    std::vector<float> piece(mix.size());
+    std::vector<qint16> pcm(mix.size());
+    std::size_t first = 0; // voices before it have ended
+    for (qint64 from = 0; from < total; from += kBlockFrames) {
+        const qint64 to = std::min(total, from + kBlockFrames);
+        std::fill(mix.begin(), mix.end(), 0.0f);
+        for (std::size_t v = first; v < voices.size() && voices[v].at < to; ++v) {
+            Voice& voice = voices[v];
+            const qint64 end = std::min(voice.stop, to);
+            if (voice.at >= end || voice.path.isEmpty()) {
+                voice.at = std::max(voice.at, end);
+                continue;
+            }
+            if (!voice.reader)
+                voice.reader = std::make_unique<SoundReader>(voice.path, format);
+            const qint64 got = voice.reader->read(piece.data(), end - voice.at);
+            float* dst = mix.data() + (voice.at - from) * channels;
+            for (qint64 k = 0; k < got * channels; ++k)
+                dst[k] += piece[static_cast<std::size_t>(k)];
+            // A sound that ends before its stop leaves silence up to it.
+            voice.at = got < end - voice.at ? voice.stop : end;
+        }
+        while (first < voices.size() && voices[first].at >= voices[first].stop) {
+            voices[first].reader.reset();
+            ++first;
+        }
+        const qint64 samples = (to - from) * channels;
+        for (qint64 k = 0; k < samples; ++k) {
+            const float x = std::clamp(mix[static_cast<std::size_t>(k)], -1.0f, 1.0f);
+            pcm[static_cast<std::size_t>(k)] =
+                qToLittleEndian(static_cast<qint16>(std::lrint(x * 32767.0f)));
+        }
+        sink(reinterpret_cast<const char*>(pcm.data()), samples * 2);
+    }
+    return true;
+}
+
 QByteArray RenderSentenceWave(const AnnouncementTable& table, const SatzRecord& sentence,
                               OutputFormat format) {
-    const QList<ScheduledEntry> entries = ScheduleSentence(table, sentence);
-    const int channels = format.channels;
-    const qint64 total =
-        entries.isEmpty() ? 0 : frameOfMs(entries.last().stopMs, format.sampleRate);
-    std::vector<float> mix(static_cast<std::size_t>(total * channels), 0.0f);
-    std::vector<float> block(static_cast<std::size_t>(4096 * channels));
-    for (const ScheduledEntry& entry : entries) {
-        if (entry.path.isEmpty())
-            continue;
-        SoundReader reader(entry.path, format);
-        qint64 at = frameOfMs(entry.startMs, format.sampleRate);
-        const qint64 stop = frameOfMs(entry.stopMs, format.sampleRate);
-        while (at < stop) {
-            const qint64 got = reader.read(block.data(), std::min<qint64>(4096, stop - at));
-            if (got == 0)
-                break;
-            float* dst = mix.data() + at * channels;
-            for (qint64 k = 0; k < got * channels; ++k)
-                dst[k] += block[static_cast<std::size_t>(k)];
-            at += got;
-        }
-    }
-
-    MemoryFile file;
-    SF_VIRTUAL_IO io{&MemoryFile::length, &MemoryFile::seek, &MemoryFile::read, &MemoryFile::write,
-                     &MemoryFile::tell};
-    SF_INFO info{};
-    info.samplerate = format.sampleRate;
-    info.channels = channels;
-    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    SNDFILE* out = sf_open_virtual(&io, SFM_WRITE, &info, &file);
-    if (!out)
+    QByteArray wave;
+    if (!RenderSentence(table, sentence, format,
+                        [&](const char* data, qint64 size) { wave.append(data, size); }))
         return {};
-    sf_command(out, SFC_SET_CLIPPING, nullptr, SF_TRUE);
-    sf_writef_float(out, mix.data(), total);
-    sf_close(out);
-    return file.bytes;
+    return wave;
+}
+
+bool RenderSentenceToFile(const AnnouncementTable& table, const SatzRecord& sentence,
+                          OutputFormat format, const QString& path) {
+    if (RenderedWaveBytes(table, sentence, format) < 0)
+        return false;
+    AtomicFileWriter file(path);
+    RenderSentence(table, sentence, format,
+                   [&](const char* data, qint64 size) { file.write(data, size); });
+    file.commit();
+    return true;
 }
 
 } // namespace tavik

@@ -78,11 +78,11 @@ int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
                 << "'\n";
         };
         LoadAnnouncementTable(store, QFileInfo(indexPath).absolutePath(), mci, table, hooks);
-        const QByteArray wave = RenderSentenceWave(table, *sentence, format);
+        const bool fits = RenderSentenceToFile(table, *sentence, format, outPath);
         UnloadAnnouncementSounds(mci, table);
-        if (wave.isEmpty())
-            return fail(err, outPath, QStringLiteral("the sound cannot be written"));
-        WriteFileAtomically(outPath, wave);
+        if (!fits)
+            return fail(err, outPath,
+                        QStringLiteral("the sentence is longer than a WAVE file can hold"));
     } catch (const RuntimeError& error) {
         UnloadAnnouncementSounds(mci, table);
         return failRuntime(err, outPath, error);

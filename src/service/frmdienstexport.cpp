@@ -20,7 +20,7 @@ namespace {
 constexpr int kExportTitle = 180;
 constexpr int kExportFilter = 181;
 constexpr int kExportNothingSelected = 182;
-constexpr int kExportFailed = 183;
+constexpr int kExportTooLong = 183;
 
 // What the add-on's sound cards take without converting: CD rate, stereo.
 constexpr OutputFormat kExportFormat{44100, 2};
@@ -53,13 +53,9 @@ void frmDienst::mnuExport_Click() {
         return;
     if (QFileInfo(path).suffix().isEmpty())
         path += QStringLiteral(".wav");
-    const QByteArray wave = RenderSentenceWave(main_.table, satz, kExportFormat);
-    if (wave.isEmpty()) {
-        MsgBox(this, language.GetLangString(kExportFailed, path), MsgButtons::OK,
+    if (!RenderSentenceToFile(main_.table, satz, kExportFormat, path))
+        MsgBox(this, language.GetLangString(kExportTooLong, path), MsgButtons::OK,
                MsgIcon::Exclamation);
-        return;
-    }
-    WriteFileAtomically(path, wave);
 }
 
 } // namespace tavik

@@ -4,9 +4,13 @@
 #include "support/errorof.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
+#include "util/fileops.h"
 #include "util/runtimeerror.h"
 
+#include <QDir>
 #include <QFile>
+#include <QtEndian>
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -132,4 +136,88 @@ TEST(SentenceRender, TakesTheRateAndChannelsAskedFor) {
     EXPECT_EQ(info.channels, 1);
     EXPECT_EQ(info.frames, 11025);
     EXPECT_NEAR(s[5000], 0.5f, 2e-3);
+}
+
+TEST(SentenceRender, WritesTheCanonicalHeaderAndStreamsTheFramesInPieces) {
+    Package p;
+    p.add("0000", 0.5f, 1000);
+    p.add("0001", -0.5f, 500);
+    const SatzRecord s = sentence({{"0000", 0}, {"0001", 0}});
+    QList<qint64> pieces;
+    QByteArray streamed;
+    ASSERT_TRUE(RenderSentence(p.table, s, {44100, 2}, [&](const char* data, qint64 size) {
+        pieces << size;
+        streamed.append(data, size);
+    }));
+    const qint64 frames = frameOfMs(1500, 44100);
+    EXPECT_EQ(RenderedWaveBytes(p.table, s, {44100, 2}), 44 + frames * 4);
+    ASSERT_EQ(streamed.size(), 44 + frames * 4);
+    EXPECT_EQ(pieces.first(), 44);
+    EXPECT_GT(pieces.size(), 3); // never the whole sound at once
+    const char* h = streamed.constData();
+    EXPECT_EQ(QByteArray(h, 4), QByteArray("RIFF"));
+    EXPECT_EQ(qFromLittleEndian<quint32>(h + 4), 36 + frames * 4);
+    EXPECT_EQ(QByteArray(h + 8, 8), QByteArray("WAVEfmt "));
+    EXPECT_EQ(qFromLittleEndian<quint16>(h + 20), 1);
+    EXPECT_EQ(qFromLittleEndian<quint16>(h + 22), 2);
+    EXPECT_EQ(qFromLittleEndian<quint32>(h + 24), 44100u);
+    EXPECT_EQ(qFromLittleEndian<quint32>(h + 28), 44100u * 4);
+    EXPECT_EQ(qFromLittleEndian<quint16>(h + 32), 4);
+    EXPECT_EQ(qFromLittleEndian<quint16>(h + 34), 16);
+    EXPECT_EQ(QByteArray(h + 36, 4), QByteArray("data"));
+    EXPECT_EQ(qFromLittleEndian<quint32>(h + 40), frames * 4);
+    const auto sample = [&](qint64 frame, int channel) {
+        return qFromLittleEndian<qint16>(h + 44 + (frame * 2 + channel) * 2);
+    };
+    EXPECT_EQ(sample(0, 0), 16384);
+    EXPECT_EQ(sample(frameOfMs(1000, 44100) - 1, 1), 16384);
+    EXPECT_EQ(sample(frameOfMs(1000, 44100), 0), -16384);
+    EXPECT_EQ(sample(frames - 1, 1), -16384);
+    EXPECT_EQ(RenderSentenceWave(p.table, s, {44100, 2}), streamed);
+}
+
+TEST(SentenceRender, ASentenceLongerThanAWaveFileCanHoldMakesNothing) {
+    Package p;
+    p.add("0000", 0.5f, 100);
+    // Lengths as a package may state them: 2,147,483,647 ms is almost 25 days.
+    p.table.Announcements[0].Length = 2147483647;
+    const SatzRecord s = sentence({{"0000", 0}, {"0000", 0}});
+    EXPECT_EQ(RenderedWaveBytes(p.table, s, {44100, 2}), -1);
+    bool handedOn = false;
+    EXPECT_FALSE(
+        RenderSentence(p.table, s, {8000, 1}, [&](const char*, qint64) { handedOn = true; }));
+    EXPECT_FALSE(handedOn);
+    EXPECT_TRUE(RenderSentenceWave(p.table, s, {44100, 2}).isEmpty());
+    const QString out = p.dir.write("satz.wav", "alt");
+    EXPECT_FALSE(RenderSentenceToFile(p.table, s, {44100, 2}, out));
+    EXPECT_EQ(tavik::test::readAll(out), QByteArray("alt"));
+    EXPECT_EQ(QDir(p.dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 2); // no temporary
+}
+
+TEST(SentenceRender, TheLongestSentenceAWaveFileHoldsIsStillMade) {
+    Package p;
+    p.add("0000", 0.5f, 100);
+    // 4 GiB less the header's 36 counted bytes, at 1,000 Hz mono: 2,147,483,629 frames.
+    p.table.Announcements[0].Length = 2147483629;
+    const SatzRecord s = sentence({{"0000", 0}});
+    EXPECT_EQ(RenderedWaveBytes(p.table, s, {1000, 1}), 44 + 2147483629LL * 2);
+    p.table.Announcements[0].Length = 2147483630;
+    EXPECT_EQ(RenderedWaveBytes(p.table, s, {1000, 1}), -1);
+}
+
+TEST(SentenceRender, AFailedWriteKeepsTheOldFile) {
+    Package p;
+    p.add("0000", 0.5f, 300);
+    const QString out = p.dir.write("satz.wav", "alt");
+    EXPECT_TRUE(RenderSentenceToFile(p.table, sentence({{"0000", 0}}), {44100, 2}, out));
+    const QByteArray made = tavik::test::readAll(out);
+    EXPECT_EQ(made, RenderSentenceWave(p.table, sentence({{"0000", 0}}), {44100, 2}));
+    InjectWriteFault({1, WriteStep::Write, ENOSPC});
+    EXPECT_EQ(
+        errorOf([&] {
+            RenderSentenceToFile(p.table, sentence({{"0000", 0}, {"0000", 0}}), {44100, 2}, out);
+        }),
+        61);
+    ClearWriteFault();
+    EXPECT_EQ(tavik::test::readAll(out), made);
 }

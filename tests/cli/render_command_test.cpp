@@ -107,3 +107,26 @@ TEST(ToolRender, AnEntryWithoutAnnouncementIsASubscriptError) {
     EXPECT_TRUE(r.err.contains("runtime error 9")) << r.err.toStdString();
     EXPECT_FALSE(QFile::exists(out));
 }
+
+// A sound whose header gives one frame a second lasts 30,000 s; a sentence of it and a gong is
+// longer than the 4 GiB a WAVE file's sizes can count at 44,100 Hz stereo.
+TEST(ToolRender, ASentenceLongerThanAWaveFileCanHoldWritesNothingAndSaysSo) {
+    PackageFixture package{{{"0000", "Gong", 1000}, {"0002", "Lang", -1}}};
+    QByteArray slow("RIFF");
+    const QByteArray data(60000, '\x10');
+    const auto u32 = [](quint32 v) { return QByteArray(reinterpret_cast<const char*>(&v), 4); };
+    slow += u32(36 + data.size()) + "WAVEfmt " + u32(16) + QByteArray("\x01\x00\x01\x00", 4) +
+            u32(1) + u32(2) + QByteArray("\x02\x00\x10\x00", 4) + "data" + u32(data.size()) + data;
+    package.root.write("Data/Linie/0002 Lang.wav", slow);
+    const QString service = package.root.write(
+        "Data/Linie/_000002._", ServiceBytes()
+                                    .header("Linie 4", "Tavik", "Nachts", "000002")
+                                    .count(1)
+                                    .sentence("0003", "Lang ", {{"0000", 0}, {"0002", 0}}));
+    const QString out = package.root.write("satz.wav", "alt");
+    const ToolRun r = tool({"render", package.folder, service, "0003", "-o", out});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_TRUE(r.err.contains("longer than a WAVE file can hold")) << r.err.toStdString();
+    EXPECT_EQ(r.err.count('\n'), 1) << r.err.toStdString();
+    EXPECT_EQ(tavik::test::readAll(out), QByteArray("alt"));
+}

@@ -96,3 +96,26 @@ TEST(frmDienstExport, WithoutASelectedSentenceItAsksForOneAndWritesNothing) {
     EXPECT_TRUE(host.messages[0].text.startsWith(QStringLiteral("Bitte wählen Sie zuerst")));
     EXPECT_FALSE(QFile::exists(host.root.file("Satz.wav")));
 }
+
+TEST(frmDienstExport, ASentenceLongerThanASoundFileCanHoldIsRefusedWithAMessage) {
+    DienstHost host(station());
+    frmDienst* editor = host.openEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->cmdAdd()->click();
+    press(editor, editor->cmdSave());
+    // A length as a package may state it: almost 25 days.
+    host.main->table.Announcements[0].Length = 2147483647;
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+    const QString path = host.root.write("Satz.wav", "alt");
+    ChosenFile chosen(path);
+    editor->mnuExport()->trigger();
+    ASSERT_TRUE(host.errors.isEmpty()) << host.errors.join(' ').toStdString();
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_TRUE(host.messages[0].text.startsWith(
+        QStringLiteral("Der Satz dauert länger, als eine Klangdatei fassen kann:")))
+        << host.messages[0].text.toStdString();
+    EXPECT_TRUE(host.messages[0].text.contains(path));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("alt"));
+}
