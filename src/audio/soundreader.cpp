@@ -2,8 +2,10 @@
 
 #include <QFile>
 #include <algorithm>
+#include <cmath>
 #include <sndfile.h>
 #include <soxr.h>
+#include <span>
 #include <vector>
 
 namespace tavik {
@@ -65,6 +67,9 @@ struct SoundReader::State {
             endOfFile = true;
             return false;
         }
+        // A float file may hold anything; a NaN or infinity would poison the whole mix.
+        for (float& x : std::span(decoded.data(), static_cast<std::size_t>(got * info.channels)))
+            x = std::isfinite(x) ? std::clamp(x, -1.0f, 1.0f) : 0.0f;
         mapChannels(decoded.data(), info.channels, mapped.data(), format.channels, got);
         mappedFrames = got;
         mappedAt = 0;

@@ -2,8 +2,11 @@
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
+#include <QFile>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
+#include <sndfile.h>
 #include <vector>
 
 using namespace tavik;
@@ -99,4 +102,28 @@ TEST(SoundReader, AFileThatIsNoSoundGivesNothing) {
     EXPECT_FALSE(reader.isOpen());
     float frame[2];
     EXPECT_EQ(reader.read(frame, 1), 0);
+}
+
+TEST(SoundReader, NonFiniteAndOutOfRangeFloatSamplesAreSilencedOrClipped) {
+    TempDir dir;
+    const QString path = dir.file("wild.wav");
+    SF_INFO info{};
+    info.samplerate = 44100;
+    info.channels = 1;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    ASSERT_NE(file, nullptr);
+    sf_command(file, SFC_SET_NORM_FLOAT, nullptr, SF_FALSE);
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    const std::vector<float> wild = {nan, inf, -inf, 1e30f, -1e30f, 0.25f};
+    ASSERT_EQ(sf_writef_float(file, wild.data(), 6), 6);
+    sf_close(file);
+    SoundReader reader(path, {44100, 1});
+    ASSERT_TRUE(reader.isOpen());
+    std::vector<float> out(6, 7.0f);
+    ASSERT_EQ(reader.read(out.data(), 6), 6);
+    const std::vector<float> expected = {0.0f, 0.0f, 0.0f, 1.0f, -1.0f, 0.25f};
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_FLOAT_EQ(out[i], expected[i]) << i;
 }
