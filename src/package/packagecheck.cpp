@@ -231,8 +231,16 @@ void IndexChecker::checkEntries() {
         try {
             const Variant* raw = lookup_->find(text(pkg::Index), QString::number(i));
             if (!raw) {
+                // A run of missing positions is one finding: a Count of 32767 over a few
+                // entries would otherwise bury everything else.
+                int last = i;
+                while (last < count && !lookup_->find(text(pkg::Index), QString::number(last + 1)))
+                    ++last;
                 add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_,
-                    QStringLiteral("no entry at this position"), i);
+                    last == i ? QStringLiteral("no entry at this position")
+                              : QStringLiteral("no entries at positions %1 to %2").arg(i).arg(last),
+                    i);
+                i = last;
                 continue;
             }
             const QString entry = CStr(*raw);

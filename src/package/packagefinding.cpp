@@ -36,6 +36,8 @@ constexpr std::array<KindText, kFindingKindCount> kKinds = {{
     {"negative-wait", "the time shift makes the wait after the announcement negative (%1)"},
     {"link-in-package",
      "a symbolic link is never followed and does not travel with the package (%1)"},
+    {"sentence-bound", "the sentence's last entry to play does not match its entries (%1)"},
+    {"service-id", "the service is saved under its ID, which does not name this file (%1)"},
 }};
 
 const KindText& kindText(FindingKind kind) {

@@ -33,8 +33,10 @@ enum class FindingKind {
     SentenceWithoutEntry, // a sentence that plays nothing (or fails when it has a bound)
     NegativeWait,         // a time shift longer than the announcement
     LinkInPackage,        // a symbolic link: never followed, lost when the package travels
+    SentenceBound,        // the last entry to play lies past the entries, or short of them
+    ServiceId,            // the ID names no file in the package, or not this one
 };
-inline constexpr int kFindingKindCount = 21;
+inline constexpr int kFindingKindCount = 23;
 
 struct Finding {
     Severity severity = Severity::Error;

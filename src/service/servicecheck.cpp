@@ -2,6 +2,7 @@
 
 #include "audio/modmci.h"
 #include "service/servicefile.h"
+#include "service/servicefiles.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
 
@@ -11,6 +12,12 @@
 namespace tavik {
 
 namespace {
+
+#ifdef Q_OS_WIN
+constexpr Qt::CaseSensitivity kFileNameCase = Qt::CaseInsensitive;
+#else
+constexpr Qt::CaseSensitivity kFileNameCase = Qt::CaseSensitive;
+#endif
 
 Finding serviceFinding(Severity severity, FindingKind kind, const QString& file,
                        const QString& detail, const QString& sentence = {}, int entry = 0,
@@ -49,6 +56,20 @@ void checkSentence(QList<Finding>& out, const QString& file, const SatzRecord& s
                                   QStringLiteral("plays nothing"), satz.Key);
         return;
     }
+    // Playing walks entries 0 to LastTarget, whatever the file holds.
+    const qsizetype held = satz.Targets.size();
+    if (satz.LastTarget >= held)
+        out << serviceFinding(Severity::Error, FindingKind::SentenceBound, file,
+                              QStringLiteral("last entry %1 of %2: runtime error 9 when played")
+                                  .arg(satz.LastTarget + 1)
+                                  .arg(held),
+                              satz.Key);
+    else if (satz.LastTarget < held - 1)
+        out << serviceFinding(Severity::Warning, FindingKind::SentenceBound, file,
+                              QStringLiteral("last entry %1 of %2: the rest is never played")
+                                  .arg(satz.LastTarget + 1)
+                                  .arg(held),
+                              satz.Key);
     for (qsizetype j = 0; j < satz.Targets.size(); ++j) {
         const SatzTarget& target = satz.Targets[j];
         const int entry = static_cast<int>(j) + 1;
@@ -92,6 +113,19 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
     if (read.header.Title.isEmpty())
         out << serviceFinding(Severity::Warning, FindingKind::ServiceWithoutTitle, file,
                               QStringLiteral("ID \"%1\"").arg(read.header.Id));
+    // Saving writes "_" & ID & "._": another name leaves this file behind as a second copy,
+    // and an ID that leads out of the package is refused.
+    if (!IsServiceId(read.header.Id))
+        out << serviceFinding(
+            Severity::Error, FindingKind::ServiceId, file,
+            QStringLiteral("ID \"%1\" leads out of the package: saving is refused")
+                .arg(read.header.Id));
+    else if (QFileInfo(ServiceFilePath(QFileInfo(path).absolutePath(), read.header.Id))
+                 .fileName()
+                 .compare(file, kFileNameCase) != 0)
+        out << serviceFinding(
+            Severity::Note, FindingKind::ServiceId, file,
+            QStringLiteral("ID \"%1\": saving writes _%1._ beside it").arg(read.header.Id));
     for (const QString& text :
          {read.header.Title, read.header.Author, read.header.Description, read.header.Id})
         checkText(out, file, text);

@@ -67,6 +67,8 @@ constexpr LangTextUse kTexts[] = {
     {CheckFirstFinding + 18, 1},
     {CheckFirstFinding + 19, 1},
     {CheckFirstFinding + 20, 1},
+    {CheckFirstFinding + 21, 1},
+    {CheckFirstFinding + 22, 1},
     {TabProperties, 0},
     {TabService, 0},
     {TabSentence, 0},

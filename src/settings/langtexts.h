@@ -51,7 +51,7 @@ inline constexpr std::int32_t CheckColumnFile = 195;
 inline constexpr std::int32_t CheckColumnPlace = 196;
 inline constexpr std::int32_t CheckColumnProblem = 197;
 inline constexpr std::int32_t CheckClean = 198;
-inline constexpr std::int32_t CheckFirstFinding = 199; // to 219
+inline constexpr std::int32_t CheckFirstFinding = 199; // to 221
 // Service editor: the tab strip and the captions of its lists' columns.
 inline constexpr std::int32_t TabProperties = 130;
 inline constexpr std::int32_t TabService = 131;

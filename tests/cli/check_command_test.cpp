@@ -169,6 +169,24 @@ TEST(ToolCheck, NamesAnEntryWithoutTildeAndAMissingOne) {
     expectOne(f, "count-mismatch", "error", "Package.io", "INDEX");
 }
 
+TEST(ToolCheck, NamesARunOfMissingPositionsOnce) {
+    ScratchPackage p;
+    p.entries({"0000~Gong", "0001~Zug"});
+    p.store.SaveSetting("INDEX", "Count", Variant::fromLong(32767));
+    p.store.SaveSetting("INDEX", "5", Variant::fromString("0002~Gleis"));
+    p.sound("0000.wav", 400);
+    p.sound("0001.wav", 400);
+    p.sound("0002.wav", 400);
+    const QJsonArray f = p.check();
+    const QList<QJsonObject> found = ofKind(f, "entry-without-tilde");
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0]["position"].toInt(), 3);
+    EXPECT_TRUE(found[0]["detail"].toString().contains(QStringLiteral("positions 3 to 4")));
+    EXPECT_EQ(found[1]["position"].toInt(), 6);
+    EXPECT_TRUE(found[1]["detail"].toString().contains(QStringLiteral("positions 6 to 32767")))
+        << found[1]["detail"].toString().toStdString();
+}
+
 TEST(ToolCheck, NamesAnEmptyTitleAsHidden) {
     ScratchPackage p;
     p.entries({"0000~Gong", "0001~"});
@@ -340,6 +358,57 @@ TEST(ToolCheck, NamesSentencesWithoutEntries) {
     EXPECT_EQ(found[0]["severity"].toString(), QStringLiteral("error")) << "plays entry 0";
     EXPECT_EQ(found[1]["sentence"].toString(), QStringLiteral("2222"));
     EXPECT_EQ(found[1]["severity"].toString(), QStringLiteral("warning"));
+}
+
+TEST(ToolCheck, NamesALastEntryPastTheEntriesAndOneShortOfThem) {
+    ScratchPackage p;
+    p.entries({"0000~Gong", "0001~Zug"});
+    p.sound("0000.wav", 400);
+    p.sound("0001.wav", 1000);
+    p.dir.write("pkg/_000001._", ServiceBytes()
+                                     .header("Dienst", "", "", "000001")
+                                     .count(3)
+                                     .sentence("1111", "", {{"0000", 0}, {"0001", 0}}, 32767)
+                                     .sentence("2222", "", {{"0000", 0}, {"0001", 0}}, 0)
+                                     .sentence("3333", "", {{"0000", 0}, {"0001", 0}}));
+    const QJsonArray f = p.check();
+    const QList<QJsonObject> found = ofKind(f, "sentence-bound");
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0]["sentence"].toString(), QStringLiteral("1111"));
+    EXPECT_EQ(found[0]["severity"].toString(), QStringLiteral("error"));
+    EXPECT_TRUE(found[0]["detail"].toString().contains(QStringLiteral("32768 of 2")))
+        << found[0]["detail"].toString().toStdString();
+    EXPECT_EQ(found[1]["sentence"].toString(), QStringLiteral("2222"));
+    EXPECT_EQ(found[1]["severity"].toString(), QStringLiteral("warning"));
+    EXPECT_TRUE(found[1]["detail"].toString().contains(QStringLiteral("never played")));
+}
+
+TEST(ToolCheck, NamesAServiceIdThatLeadsOutOfThePackageOrNamesAnotherFile) {
+    ScratchPackage p;
+    p.entries({"0000~Gong"});
+    p.sound("0000.wav", 400);
+    p.dir.write("pkg/_000001._", ServiceBytes()
+                                     .header("Raus", "", "", "/../../../evil")
+                                     .count(1)
+                                     .sentence("1111", "", {{"0000", 0}}));
+    p.dir.write("pkg/_000002._", ServiceBytes()
+                                     .header("Anders", "", "", "000007")
+                                     .count(1)
+                                     .sentence("2222", "", {{"0000", 0}}));
+    p.dir.write("pkg/_000003._", ServiceBytes()
+                                     .header("Passt", "", "", "000003")
+                                     .count(1)
+                                     .sentence("3333", "", {{"0000", 0}}));
+    const QJsonArray f = p.check();
+    const QList<QJsonObject> found = ofKind(f, "service-id");
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[0]["file"].toString(), QStringLiteral("_000001._"));
+    EXPECT_EQ(found[0]["severity"].toString(), QStringLiteral("error"));
+    EXPECT_TRUE(found[0]["detail"].toString().contains(QStringLiteral("saving is refused")));
+    EXPECT_EQ(found[1]["file"].toString(), QStringLiteral("_000002._"));
+    EXPECT_EQ(found[1]["severity"].toString(), QStringLiteral("note"));
+    EXPECT_TRUE(found[1]["detail"].toString().contains(QStringLiteral("_000007._")));
+    EXPECT_EQ(f.size(), 2);
 }
 
 TEST(ToolCheck, NamesATimeShiftLongerThanItsAnnouncement) {

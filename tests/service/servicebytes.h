@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QtEndian>
 #include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -40,14 +41,16 @@ public:
         return raw(title).raw(author).raw(description).raw(id);
     }
     ServiceBytes& count(std::int16_t n) { return i16(n); }
-    // A sentence with a one-dimensional entry array from 0 and LastTarget m - 1.
+    // A sentence with a one-dimensional entry array from 0 and LastTarget m - 1, or the
+    // LastTarget given.
     ServiceBytes& sentence(const QByteArray& key, const QByteArray& text,
-                           const std::vector<std::pair<QByteArray, std::int16_t>>& entries) {
+                           const std::vector<std::pair<QByteArray, std::int16_t>>& entries,
+                           std::optional<std::int16_t> lastTarget = std::nullopt) {
         counted(key).counted(text);
         u16(1).i32(static_cast<std::int32_t>(entries.size())).i32(0);
         for (const auto& [announcement, offset] : entries)
             counted(announcement).i16(offset);
-        return i16(static_cast<std::int16_t>(entries.size() - 1));
+        return i16(lastTarget.value_or(static_cast<std::int16_t>(entries.size() - 1)));
     }
     // A sentence whose entries were never set: 0 dimensions, nothing more of the descriptor.
     ServiceBytes& unsetSentence(const QByteArray& key, std::int16_t lastTarget = 0) {
