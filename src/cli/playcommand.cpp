@@ -11,8 +11,6 @@
 #include "util/conversions.h"
 #include "util/runtimeerror.h"
 
-#include <QFileInfo>
-
 namespace tavik::cli {
 
 int playCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
@@ -55,12 +53,7 @@ int playCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     std::int16_t busy = 0;
     int result = 0;
     try {
-        AnnouncementLoadHooks hooks;
-        hooks.missingFile = [&](const QString& key, const QString& title) {
-            err << "tavik: " << indexPath << ": no sound file for " << key << " '" << title
-                << "'\n";
-        };
-        LoadAnnouncementTable(store, QFileInfo(indexPath).absolutePath(), mci, table, hooks);
+        loadToolAnnouncements(store, indexPath, mci, table, err);
         for (const SatzRecord& satz : sentences)
             PlayAnnouncementSequence(mci, table, satz, busy, writeLog);
     } catch (const RuntimeError& error) {

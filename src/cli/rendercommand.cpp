@@ -10,7 +10,6 @@
 #include "util/fileops.h"
 #include "util/runtimeerror.h"
 
-#include <QFileInfo>
 #include <algorithm>
 
 namespace tavik::cli {
@@ -72,12 +71,7 @@ int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     mci.UseFormat = ReadUseFormat();
     AnnouncementTable table;
     try {
-        AnnouncementLoadHooks hooks;
-        hooks.missingFile = [&](const QString& key, const QString& title) {
-            err << "tavik: " << indexPath << ": no sound file for " << key << " '" << title
-                << "'\n";
-        };
-        LoadAnnouncementTable(store, QFileInfo(indexPath).absolutePath(), mci, table, hooks);
+        loadToolAnnouncements(store, indexPath, mci, table, err);
         const bool fits = RenderSentenceToFile(table, *sentence, format, outPath);
         UnloadAnnouncementSounds(mci, table);
         if (!fits)

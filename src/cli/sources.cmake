@@ -11,4 +11,5 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/importcommand.cpp
     cli/options.cpp
     cli/rendercommand.cpp
+    cli/toolannouncements.cpp
 )

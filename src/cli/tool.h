@@ -5,7 +5,10 @@
 
 namespace tavik {
 class RuntimeError;
-}
+class clsZELDB;
+class modMCI;
+struct AnnouncementTable;
+} // namespace tavik
 
 namespace tavik::cli {
 
@@ -34,5 +37,10 @@ int failRuntime(QTextStream& err, const QString& file, const tavik::RuntimeError
 
 // A package folder stands for its index file.
 QString indexFilePath(const QString& path);
+
+// Loads the package's announcements as the editor does, naming each entry without a sound
+// file on `err`. Raises the load's runtime errors.
+void loadToolAnnouncements(clsZELDB& store, const QString& indexPath, modMCI& mci,
+                           AnnouncementTable& table, QTextStream& err);
 
 } // namespace tavik::cli
