@@ -1,6 +1,5 @@
 #include "audio/sentencerender.h"
 #include "audio/soundfile.h"
-#include "audio/soundreader.h"
 #include "support/errorof.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
@@ -50,12 +49,7 @@ SatzRecord sentence(const QList<SatzTarget>& targets) {
 }
 
 std::vector<float> decode(const QByteArray& wave, TempDir& dir, SoundInfo& info) {
-    const QString path = dir.write("out.wav", wave);
-    info = probeSound(path).value_or(SoundInfo{});
-    SoundReader reader(path, {info.sampleRate, info.channels});
-    std::vector<float> samples(static_cast<std::size_t>(info.frames * info.channels));
-    reader.read(samples.data(), info.frames);
-    return samples;
+    return tavik::test::readSound(dir.write("out.wav", wave), info);
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "audio/soundfile.h"
-#include "audio/soundreader.h"
 #include "service/packagefixture.h"
 #include "service/servicebytes.h"
 #include "support/soundfixtures.h"
@@ -12,6 +11,7 @@
 
 using namespace tavik;
 using tavik::test::PackageFixture;
+using tavik::test::readSound;
 using tavik::test::ServiceBytes;
 using tavik::test::TempDir;
 using tavik::test::tool;
@@ -37,14 +37,6 @@ struct RenderFixture {
     }
 };
 
-std::vector<float> readWave(const QString& path, SoundInfo& info) {
-    info = probeSound(path).value_or(SoundInfo{});
-    SoundReader reader(path, {info.sampleRate, info.channels});
-    std::vector<float> samples(static_cast<std::size_t>(info.frames * info.channels));
-    reader.read(samples.data(), info.frames);
-    return samples;
-}
-
 } // namespace
 
 TEST(ToolRender, WritesTheSentenceAsThePlayerSchedulesIt) {
@@ -53,7 +45,7 @@ TEST(ToolRender, WritesTheSentenceAsThePlayerSchedulesIt) {
     const ToolRun r = tool({"render", f.package.folder, f.service, "0472", "-o", out});
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
     SoundInfo info;
-    const std::vector<float> s = readWave(out, info);
+    const std::vector<float> s = readSound(out, info);
     EXPECT_TRUE(info.wave);
     EXPECT_EQ(info.sampleRate, 44100);
     EXPECT_EQ(info.channels, 2);
@@ -75,7 +67,7 @@ TEST(ToolRender, TakesAnotherRate) {
         tool({"render", f.package.folder, f.service, "0472", "-o", out, "--rate", "8000"});
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
     SoundInfo info;
-    readWave(out, info);
+    readSound(out, info);
     EXPECT_EQ(info.sampleRate, 8000);
     EXPECT_EQ(info.frames, 2900 * 8);
 }

@@ -1,8 +1,8 @@
 // The service editor's command that saves a sentence as a WAVE file.
 #include "audio/sentencerender.h"
 #include "audio/soundfile.h"
-#include "audio/soundreader.h"
 #include "service/dienstfixture.h"
+#include "support/soundfixtures.h"
 #include "util/filedialog.h"
 #include "util/reportlist.h"
 
@@ -66,15 +66,12 @@ TEST(frmDienstExport, SavesTheSelectedSentenceAsTheRendererWritesIt) {
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray bytes = file.readAll();
     EXPECT_EQ(bytes, RenderSentenceWave(host.main->table, editor->Saetze()[0], {44100, 2}));
-    const std::optional<SoundInfo> info = probeSound(path + ".wav");
-    ASSERT_TRUE(info.has_value());
-    EXPECT_EQ(info->sampleRate, 44100);
-    EXPECT_EQ(info->channels, 2);
-    EXPECT_EQ(info->frames, frameOfMs(120 + 100 + 80, 44100));
+    SoundInfo info;
+    const std::vector<float> s = tavik::test::readSound(path + ".wav", info);
+    EXPECT_EQ(info.sampleRate, 44100);
+    EXPECT_EQ(info.channels, 2);
+    ASSERT_EQ(info.frames, frameOfMs(120 + 100 + 80, 44100));
     // The gong sounds, then the 100 ms pause after it is silent.
-    SoundReader reader(path + ".wav", {44100, 2});
-    std::vector<float> s(static_cast<std::size_t>(info->frames * 2));
-    reader.read(s.data(), info->frames);
     float gong = 0;
     float pause = 0;
     for (qint64 f = 0; f < frameOfMs(120, 44100); ++f)

@@ -1,5 +1,7 @@
 #include "support/soundfixtures.h"
 
+#include "audio/soundreader.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <cmath>
@@ -76,6 +78,14 @@ bool writeSine(const QString& path, long long frames, int sampleRate, double hz)
             0.5f *
             static_cast<float>(std::sin(2.0 * M_PI * hz * static_cast<double>(i) / sampleRate));
     return writeFrames(path, SF_FORMAT_WAV | SF_FORMAT_PCM_16, sampleRate, 1, samples);
+}
+
+std::vector<float> readSound(const QString& path, SoundInfo& info) {
+    info = probeSound(path).value_or(SoundInfo{});
+    SoundReader reader(path, {info.sampleRate, info.channels});
+    std::vector<float> samples(static_cast<std::size_t>(info.frames * info.channels));
+    reader.read(samples.data(), info.frames);
+    return samples;
 }
 
 } // namespace tavik::test

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "audio/soundfile.h"
+
 #include <QString>
 #include <vector>
 
@@ -16,5 +18,9 @@ bool writeLevels(const QString& path, long long frames, int sampleRate,
 
 // Writes a 16-bit mono WAVE file of a sine of `hz` at amplitude 0.5.
 bool writeSine(const QString& path, long long frames, int sampleRate, double hz);
+
+// Every frame of a sound file at its own rate and channels, interleaved; `info` says what the
+// file holds (all zero when it cannot be opened).
+std::vector<float> readSound(const QString& path, SoundInfo& info);
 
 } // namespace tavik::test
