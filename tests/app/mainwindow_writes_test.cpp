@@ -18,6 +18,7 @@
 using namespace tavik;
 using tavik::test::EditorFixture;
 using tavik::test::ErrorCatcher;
+using tavik::test::namesIn;
 using tavik::test::readAll;
 using tavik::test::ScopedWriteFault;
 using tavik::test::SmallFileSystem;
@@ -33,10 +34,6 @@ const std::vector<EditorFixture::Entry> kEntries = {
 void moveFirstRowDown(EditorFixture& editor) {
     editor.main->lsvPack()->ListItems(1)->SetSelected(true);
     QTest::mouseClick(editor.main->cmdDown(), Qt::LeftButton);
-}
-
-QStringList visibleNames(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
 }
 
 } // namespace
@@ -61,7 +58,7 @@ TEST(MainWindowSave, OnAFullDiskShowsError61AndKeepsTheIndexByteForByte) {
     EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'61'"))) << errors.shown[0].toStdString();
     EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("Datenträger voll")));
     EXPECT_EQ(readAll(folder + QStringLiteral("/Package.io")), index);
-    EXPECT_EQ(visibleNames(folder), (QStringList{"0000.wav", "0001.wav", "Package.io"}));
+    EXPECT_EQ(namesIn(folder, false), (QStringList{"0000.wav", "0001.wav", "Package.io"}));
     // The list still shows what the user had; the window goes on.
     EXPECT_EQ(editor.column(0), (QStringList{"0001", "0000"}));
     EXPECT_TRUE(editor.main->cmdSave()->isEnabled());
@@ -83,7 +80,7 @@ TEST(MainWindowSave, AFailedWriteAtAnyStepKeepsTheIndexByteForByte) {
         EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'57'")))
             << errors.shown[0].toStdString();
         EXPECT_EQ(readAll(folder + QStringLiteral("/Package.io")), index);
-        EXPECT_EQ(visibleNames(folder), (QStringList{"0000.wav", "0001.wav", "Package.io"}));
+        EXPECT_EQ(namesIn(folder, false), (QStringList{"0000.wav", "0001.wav", "Package.io"}));
     }
 }
 

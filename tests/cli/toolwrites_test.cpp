@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 using namespace tavik;
+using tavik::test::namesIn;
 using tavik::test::readAll;
 using tavik::test::ScopedWriteFault;
 using tavik::test::SmallFileSystem;
@@ -44,10 +45,6 @@ int lineCount(const QString& text) {
     return static_cast<int>(text.count(u'\n'));
 }
 
-QStringList visibleNames(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-}
-
 } // namespace
 
 TEST(ToolSet, OnAFullDiskExitsTwoWithOneLineAndLeavesTheIndexByteForByte) {
@@ -66,7 +63,7 @@ TEST(ToolSet, OnAFullDiskExitsTwoWithOneLineAndLeavesTheIndexByteForByte) {
     EXPECT_TRUE(r.err.contains(QStringLiteral("61"))) << r.err.toStdString();
     EXPECT_TRUE(r.err.contains(QStringLiteral("Datenträger voll"))) << r.err.toStdString();
     EXPECT_EQ(readAll(path), old);
-    EXPECT_EQ(visibleNames(disk.path()), QStringList{"Package.io"});
+    EXPECT_EQ(namesIn(disk.path(), false), QStringList{"Package.io"});
 
     // The same as a program of its own, exit code and all.
     QProcess set;
@@ -88,7 +85,7 @@ TEST(ToolSet, AFailedWriteExitsTwoAndLeavesTheIndexByteForByte) {
         EXPECT_EQ(lineCount(r.err), 1);
         EXPECT_EQ(readAll(path), old);
     }
-    EXPECT_EQ(visibleNames(dir.path()), QStringList{"Package.io"});
+    EXPECT_EQ(namesIn(dir.path(), false), QStringList{"Package.io"});
 }
 
 TEST(ToolSet, ALinkedIndexIsRefusedWith75AndNothingOutsideChanges) {
@@ -124,7 +121,7 @@ TEST(ToolIni, SetOnAFullDiskExitsTwoWithOneLineAndLeavesTheFileByteForByte) {
     EXPECT_EQ(lineCount(r.err), 1) << r.err.toStdString();
     EXPECT_TRUE(r.err.contains(QStringLiteral("disk is full"))) << r.err.toStdString();
     EXPECT_EQ(readAll(path), old);
-    EXPECT_EQ(visibleNames(disk.path()), QStringList{"Formats.ini"});
+    EXPECT_EQ(namesIn(disk.path(), false), QStringList{"Formats.ini"});
 }
 
 TEST(ToolIni, SetThatFailsToWriteExitsTwoAndLeavesTheFile) {

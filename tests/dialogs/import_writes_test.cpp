@@ -22,6 +22,7 @@
 using namespace tavik;
 using tavik::test::EditorFixture;
 using tavik::test::ErrorCatcher;
+using tavik::test::namesIn;
 using tavik::test::readAll;
 using tavik::test::ScopedWriteFault;
 using tavik::test::SmallFileSystem;
@@ -30,11 +31,6 @@ using tavik::test::TreeSnapshot;
 using tavik::test::writeTone;
 
 namespace {
-
-QStringList allNames(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::Hidden |
-                                  QDir::NoDotAndDotDot);
-}
 
 struct Import {
     EditorFixture editor;
@@ -96,7 +92,7 @@ TEST(ImportWrites, ACopyThatFailsLeavesNoPartialSoundFileAndTheIndexAsItWas) {
     import.importAndConfirm({a, b});
     ASSERT_EQ(errors.shown.size(), 1);
     EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'61'"))) << errors.shown[0].toStdString();
-    EXPECT_EQ(allNames(import.package), (QStringList{"0000.wav", "0002.wav", "Package.io"}));
+    EXPECT_EQ(namesIn(import.package), (QStringList{"0000.wav", "0002.wav", "Package.io"}));
     EXPECT_EQ(readAll(import.package + QStringLiteral("/0000.wav")), readAll(a));
     EXPECT_EQ(readAll(import.package + QStringLiteral("/Package.io")), index);
 }
@@ -111,12 +107,12 @@ TEST(ImportWrites, OnAFullDiskNoPartialSoundFileIsLeft) {
     // Three seconds of sound: far more than the disk has left.
     const QString big = import.sound(QStringLiteral("lang.wav"), 3000);
     disk.fill();
-    const QStringList before = allNames(import.package);
+    const QStringList before = namesIn(import.package);
     ErrorCatcher errors;
     import.importAndConfirm({big});
     ASSERT_EQ(errors.shown.size(), 1);
     EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'61'"))) << errors.shown[0].toStdString();
-    EXPECT_EQ(allNames(import.package), before);
+    EXPECT_EQ(namesIn(import.package), before);
     EXPECT_EQ(readAll(import.package + QStringLiteral("/Package.io")), index);
 }
 

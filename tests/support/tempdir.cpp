@@ -28,4 +28,11 @@ QByteArray readAll(const QString& path) {
     return f.readAll();
 }
 
+QStringList namesIn(const QString& folder, bool hidden) {
+    QDir::Filters filters = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+    if (hidden)
+        filters |= QDir::Hidden;
+    return QDir(folder).entryList(filters);
+}
+
 } // namespace tavik::test

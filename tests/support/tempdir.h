@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace tavik::test {
@@ -20,5 +21,9 @@ private:
 };
 
 QByteArray readAll(const QString& path);
+
+// The names a folder holds, files, folders, links and system entries alike, sorted; with
+// `hidden` also those whose name begins with a dot.
+QStringList namesIn(const QString& folder, bool hidden = true);
 
 } // namespace tavik::test

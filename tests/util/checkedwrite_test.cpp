@@ -12,18 +12,10 @@
 
 using namespace tavik;
 using tavik::test::errorOf;
+using tavik::test::namesIn;
 using tavik::test::readAll;
 using tavik::test::ScopedWriteFault;
 using tavik::test::TempDir;
-
-namespace {
-
-QStringList namesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::Hidden |
-                                  QDir::NoDotAndDotDot);
-}
-
-} // namespace
 
 TEST(SystemErrors, AFullDiskIs61AndARefusedAccess75) {
     EXPECT_EQ(rt::FromSystemError(ENOSPC), rt::DiskFull);

@@ -10,17 +10,10 @@
 
 using namespace tavik;
 using tavik::test::errorOf;
+using tavik::test::namesIn;
 using tavik::test::readAll;
 using tavik::test::SmallFileSystem;
 using tavik::test::TempDir;
-
-namespace {
-
-QStringList visibleNames(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-}
-
-} // namespace
 
 TEST(FullDisk, ASmallFileThatDoesNotFitRaises61AndKeepsTheOldFile) {
     TempDir dir;
@@ -34,7 +27,7 @@ TEST(FullDisk, ASmallFileThatDoesNotFitRaises61AndKeepsTheOldFile) {
 
     EXPECT_EQ(errorOf([&] { WriteFileAtomically(file, QByteArray(1200, 'n')); }), rt::DiskFull);
     EXPECT_EQ(readAll(file), old);
-    EXPECT_EQ(visibleNames(disk.path()), QStringList{"Package.io"});
+    EXPECT_EQ(namesIn(disk.path(), false), QStringList{"Package.io"});
 }
 
 TEST(FullDisk, ACopyThatDoesNotFitLeavesNoPartialFile) {
@@ -45,7 +38,7 @@ TEST(FullDisk, ACopyThatDoesNotFitLeavesNoPartialFile) {
     const QString source = dir.write("sound.wav", QByteArray(200 * 1024, 's'));
     EXPECT_EQ(errorOf([&] { FileCopy(source, disk.path() + QStringLiteral("/0000.wav")); }),
               rt::DiskFull);
-    EXPECT_TRUE(visibleNames(disk.path()).isEmpty());
+    EXPECT_TRUE(namesIn(disk.path(), false).isEmpty());
 }
 
 TEST(FullDisk, AnAppendThatDoesNotFitLeavesTheLogAsItWas) {
