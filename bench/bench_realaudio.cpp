@@ -110,6 +110,24 @@ qint64 microseconds() {
     return clock.nsecsElapsed() / 1000;
 }
 
+// Starts recording the sink's monitor; says why not when it cannot.
+bool startRecording(MonitorRecording& recording) {
+    QString problem;
+    if (recording.start(problem))
+        return true;
+    std::printf("%s\n", qPrintable(problem));
+    return false;
+}
+
+// When each "play" was sent, in milliseconds of the bench's clock.
+std::vector<double> playTimes(const RecordingBackend& recorder) {
+    std::vector<double> plays;
+    for (const auto& e : recorder.entries())
+        if (e.command.startsWith(QStringLiteral("play ")))
+            plays.push_back(static_cast<double>(e.time) / 1000.0);
+    return plays;
+}
+
 double percentile(std::vector<double> v, int p) {
     std::sort(v.begin(), v.end());
     return v[std::min(v.size() - 1, v.size() * static_cast<std::size_t>(p) / 100)];
@@ -155,11 +173,8 @@ int main(int argc, char** argv) {
         }
         table.AnnouncementCount = 20;
         MonitorRecording recording;
-        QString problem;
-        if (!recording.start(problem)) {
-            std::printf("%s\n", qPrintable(problem));
+        if (!startRecording(recording))
             return 1;
-        }
         recorder.clear();
         std::int16_t busy = 0;
         const double cpuBefore = processSeconds();
@@ -171,10 +186,7 @@ int main(int argc, char** argv) {
         backend.drain();
         recording.stop();
 
-        std::vector<double> plays;
-        for (const auto& e : recorder.entries())
-            if (e.command.startsWith(QStringLiteral("play ")))
-                plays.push_back(static_cast<double>(e.time) / 1000.0);
+        const std::vector<double> plays = playTimes(recorder);
         std::vector<double> offsets; // heard minus sent, per entry
         qint64 from = 0;
         for (std::size_t i = 0; i < levels.size() && i < plays.size(); ++i) {
@@ -254,11 +266,8 @@ int main(int argc, char** argv) {
             QString mark = markPath;
             mci.MciOpen(mark, QStringLiteral("mark"), QStringLiteral("waveaudio"));
             MonitorRecording recording;
-            QString problem;
-            if (!recording.start(problem)) {
-                std::printf("%s\n", qPrintable(problem));
+            if (!startRecording(recording))
                 return 1;
-            }
             recorder.clear();
             mci.MciPlay(QStringLiteral("mark"));
             WaitMilliseconds(500);
@@ -271,10 +280,7 @@ int main(int argc, char** argv) {
             mci.MciStop(QStringLiteral("ten"));
             backend.drain();
             recording.stop();
-            std::vector<double> plays;
-            for (const auto& e : recorder.entries())
-                if (e.command.startsWith(QStringLiteral("play ")))
-                    plays.push_back(static_cast<double>(e.time) / 1000.0);
+            const std::vector<double> plays = playTimes(recorder);
             const auto heardMark = segmentAfter(recording.left(), 0.3f, 0);
             const qint64 heardTone = firstLoud(recording.left(), 0.1f, heardMark.cut);
             if (plays.size() != 2 || heardMark.onset < 0 || heardTone < 0 || toneStart < 0) {
