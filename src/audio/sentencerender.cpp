@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tavik {
@@ -132,12 +133,15 @@ QByteArray RenderSentenceWave(const AnnouncementTable& table, const SatzRecord& 
 
 bool RenderSentenceToFile(const AnnouncementTable& table, const SatzRecord& sentence,
                           OutputFormat format, const QString& path) {
-    if (RenderedWaveBytes(table, sentence, format) < 0)
+    // Made at the first piece: a sentence refused before it leaves no temporary behind.
+    std::optional<AtomicFileWriter> file;
+    if (!RenderSentence(table, sentence, format, [&](const char* data, qint64 size) {
+            if (!file)
+                file.emplace(path);
+            file->write(data, size);
+        }))
         return false;
-    AtomicFileWriter file(path);
-    RenderSentence(table, sentence, format,
-                   [&](const char* data, qint64 size) { file.write(data, size); });
-    file.commit();
+    file->commit();
     return true;
 }
 
