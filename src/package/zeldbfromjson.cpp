@@ -73,13 +73,6 @@ void checkSlot(const JsonFields& f, qsizetype index) {
                              QStringLiteral("not %1, its place in the list").arg(index));
 }
 
-JsonFields element(const QJsonArray& array, const QString& path, qsizetype i) {
-    const QString at = jsonElementPath(path, i);
-    if (!array.at(i).isObject())
-        throw JsonFieldError(at, QStringLiteral("not an object"));
-    return JsonFields(array.at(i).toObject(), at);
-}
-
 ZeldbKey readKey(const JsonFields& f) {
     ZeldbKey key;
     key.InUse = readFlag(f, "in_use_bits");
@@ -97,7 +90,7 @@ ZeldbKey readKey(const JsonFields& f) {
         throw JsonFieldError(path, QStringLiteral("too many items"));
     key.Items.reset(list.size());
     for (qsizetype i = 0; i < list.size(); ++i) {
-        const JsonFields item = element(list, path, i);
+        const JsonFields item = jsonElement(list, path, i);
         checkSlot(item, i);
         ZeldbItem& record = key.Items.ref(i);
         record.InUse = readFlag(item, "in_use_bits");
@@ -134,7 +127,7 @@ QByteArray zeldbBytesFromJson(const QJsonObject& json) {
     zeldb::writeHeader(out, header);
     const QJsonArray keys = top.array(QStringLiteral("keys"));
     for (qsizetype i = 0; i < keys.size(); ++i) {
-        const JsonFields key = element(keys, QStringLiteral("keys"), i);
+        const JsonFields key = jsonElement(keys, QStringLiteral("keys"), i);
         checkSlot(key, i);
         zeldb::writeKey(out, readKey(key));
     }

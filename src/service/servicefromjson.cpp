@@ -14,13 +14,6 @@ constexpr qint64 kMaxHeaderText = std::numeric_limits<std::int32_t>::max();
 constexpr qint64 kInt16Min = std::numeric_limits<std::int16_t>::min();
 constexpr qint64 kInt16Max = std::numeric_limits<std::int16_t>::max();
 
-JsonFields element(const QJsonArray& array, const QString& path, qsizetype i) {
-    const QString at = jsonElementPath(path, i);
-    if (!array.at(i).isObject())
-        throw JsonFieldError(at, QStringLiteral("not an object"));
-    return JsonFields(array.at(i).toObject(), at);
-}
-
 SatzRecord readSentence(const JsonFields& f) {
     SatzRecord satz;
     satz.Key = f.text(QStringLiteral("key"), kMaxCounted);
@@ -37,7 +30,7 @@ SatzRecord readSentence(const JsonFields& f) {
         throw JsonFieldError(path, QStringLiteral("not an array or null"));
     const QJsonArray list = targets.toArray();
     for (qsizetype i = 0; i < list.size(); ++i) {
-        const JsonFields entry = element(list, path, i);
+        const JsonFields entry = jsonElement(list, path, i);
         SatzTarget target;
         target.AnnouncementKey = entry.text(QStringLiteral("key"), kMaxCounted);
         target.TimeOffset = static_cast<std::int16_t>(
@@ -65,7 +58,7 @@ QByteArray serviceBytesFromJson(const QJsonObject& json) {
                              QStringLiteral("not 1 to %1 sentences").arg(kInt16Max));
     QList<SatzRecord> sentences;
     for (qsizetype i = 0; i < list.size(); ++i)
-        sentences.append(readSentence(element(list, QStringLiteral("sentences"), i)));
+        sentences.append(readSentence(jsonElement(list, QStringLiteral("sentences"), i)));
     QByteArray bytes = ServiceFileBytes(header, sentences);
     if (top.has(QStringLiteral("tail")))
         bytes.append(top.hex(QStringLiteral("tail")));

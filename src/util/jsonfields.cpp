@@ -65,6 +65,13 @@ QString jsonElementPath(const QString& path, qsizetype index) {
     return QStringLiteral("%1[%2]").arg(path).arg(index);
 }
 
+JsonFields jsonElement(const QJsonArray& array, const QString& path, qsizetype index) {
+    const QString at = jsonElementPath(path, index);
+    if (!array.at(index).isObject())
+        throw JsonFieldError(at, QStringLiteral("not an object"));
+    return JsonFields(array.at(index).toObject(), at);
+}
+
 qint64 jsonInteger(const QJsonValue& value, const QString& path, qint64 min, qint64 max) {
     const double d = value.toDouble();
     if (!value.isDouble() || !std::isfinite(d) || std::floor(d) != d || d < double(min) ||

@@ -54,6 +54,9 @@ private:
 // The path of element `index` of the array at `path`.
 QString jsonElementPath(const QString& path, qsizetype index);
 
+// Element `index` of the array at `path`, which must be an object.
+JsonFields jsonElement(const QJsonArray& array, const QString& path, qsizetype index);
+
 // The same checks for a value that is not inside an object.
 qint64 jsonInteger(const QJsonValue& value, const QString& path, qint64 min, qint64 max);
 QString jsonText(const QJsonValue& value, const QString& path, qint64 maxBytes);
