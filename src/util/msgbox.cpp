@@ -28,12 +28,31 @@ QMessageBox::Icon toQt(MsgIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+QMessageBox::StandardButton toQt(MsgResult button) {
+    switch (button) {
+    case MsgResult::OK:
+        return QMessageBox::Ok;
+    case MsgResult::Cancel:
+        return QMessageBox::Cancel;
+    case MsgResult::Yes:
+        return QMessageBox::Yes;
+    case MsgResult::No:
+        return QMessageBox::No;
+    case MsgResult::Save:
+        return QMessageBox::Save;
+    case MsgResult::Discard:
+        return QMessageBox::Discard;
+    }
+    return QMessageBox::NoButton;
+}
+
 } // namespace
 
 MsgResult MsgBox(QWidget* parent, const QString& text, MsgButtons buttons, MsgIcon icon,
-                 const QString& title) {
-    MessageRequest request{parent, text, title.isEmpty() ? QApplication::applicationName() : title,
-                           icon, buttons};
+                 const QString& title, std::optional<MsgResult> defaultButton) {
+    MessageRequest request{
+        parent, text,    title.isEmpty() ? QApplication::applicationName() : title,
+        icon,   buttons, defaultButton};
     if (handler())
         return handler()(request);
 
@@ -48,7 +67,12 @@ MsgResult MsgBox(QWidget* parent, const QString& text, MsgButtons buttons, MsgIc
     case MsgButtons::YesNo:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         break;
+    case MsgButtons::SaveDiscardCancel:
+        box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+        break;
     }
+    if (defaultButton)
+        box.setDefaultButton(toQt(*defaultButton));
     switch (box.exec()) {
     case QMessageBox::Yes:
         return MsgResult::Yes;
@@ -56,8 +80,22 @@ MsgResult MsgBox(QWidget* parent, const QString& text, MsgButtons buttons, MsgIc
         return MsgResult::No;
     case QMessageBox::Cancel:
         return MsgResult::Cancel;
+    case QMessageBox::Save:
+        return MsgResult::Save;
+    case QMessageBox::Discard:
+        return MsgResult::Discard;
     default:
-        return buttons == MsgButtons::YesNo ? MsgResult::No : MsgResult::OK;
+        // Escape or the window's close button: the answer that changes nothing.
+        switch (buttons) {
+        case MsgButtons::YesNo:
+            return MsgResult::No;
+        case MsgButtons::OKCancel:
+        case MsgButtons::SaveDiscardCancel:
+            return MsgResult::Cancel;
+        case MsgButtons::OK:
+            break;
+        }
+        return MsgResult::OK;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "dialogs/frmfile.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
+#include "support/buildpaths.h"
 #include "support/editorfixture.h"
 #include "support/tempdir.h"
 #include "util/conversions.h"
@@ -25,7 +26,7 @@ using Entry = EditorFixture::Entry;
 
 namespace {
 
-const QString kDemo = QStringLiteral(TAVIK_CHECKOUT "/Data/Beispielpaket");
+const QString kDemo = tavik::test::CheckoutPath(QStringLiteral("/Data/Beispielpaket"));
 
 // The keys of the "INDEX" entries 1 to "Count" of the index file on disk, in order.
 QStringList savedKeys(const QString& indexFile) {

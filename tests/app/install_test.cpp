@@ -1,3 +1,4 @@
+#include "support/buildpaths.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
@@ -32,10 +33,10 @@ ProgramRun run(const QString& program, const QStringList& args) {
 TEST(Installation, InstallingMakesARootTheProgramsFindAsTheirOwn) {
     TempDir dir;
     const QString root = dir.file("root");
-    ASSERT_EQ(run(QStringLiteral(TAVIK_CMAKE_COMMAND),
-                  {"--install", QStringLiteral(TAVIK_BUILD_DIR), "--prefix", root})
-                  .code,
-              0);
+    ASSERT_EQ(
+        run(tavik::test::CMakeCommand(), {"--install", tavik::test::BuildDir(), "--prefix", root})
+            .code,
+        0);
     for (const char* path : {"bin/tavik", "bin/tavik-editor", "bin/Formats.ini",
                              "res/lang/Deutsch.lng", "res/lang/English.lng"})
         EXPECT_TRUE(QFileInfo::exists(root + "/" + path)) << path;

@@ -1,4 +1,5 @@
 #include "cli/tool.h"
+#include "support/buildpaths.h"
 #include "support/tempdir.h"
 
 #include <QDir>
@@ -108,12 +109,12 @@ TEST(ToolIni, RunsAsAProgram) {
     TempDir dir;
     const QString file = dir.file("Tavik.ini");
     QProcess set;
-    set.start(QStringLiteral(TAVIK_TOOL_PATH), {"ini", file, "SOUND", "UseFormat", "--set", "1"});
+    set.start(tavik::test::ToolPath(), {"ini", file, "SOUND", "UseFormat", "--set", "1"});
     ASSERT_TRUE(set.waitForFinished(30000));
     EXPECT_EQ(set.exitCode(), 0);
     EXPECT_EQ(readAll(file), QByteArray("[SOUND]\r\nUseFormat=1\r\n"));
     QProcess get;
-    get.start(QStringLiteral(TAVIK_TOOL_PATH), {"ini", file, "SOUND", "UseFormat"});
+    get.start(tavik::test::ToolPath(), {"ini", file, "SOUND", "UseFormat"});
     ASSERT_TRUE(get.waitForFinished(30000));
     EXPECT_EQ(get.exitCode(), 0);
     EXPECT_EQ(get.readAllStandardOutput(), QByteArray("1\n"));

@@ -1,6 +1,7 @@
 #include "cli/tool.h"
 #include "package/clszeldb.h"
 #include "package/zeldbbytes.h"
+#include "support/buildpaths.h"
 #include "support/tempdir.h"
 #include "support/toolrun.h"
 
@@ -230,18 +231,18 @@ TEST(Tool, TheProgramRunsAsACommand) {
     TempDir dir;
     const QString path = dir.file("Package.io");
     QProcess set;
-    set.start(QStringLiteral(TAVIK_TOOL_PATH), {"set", path, "INFO", "Name", "Beispiel"});
+    set.start(tavik::test::ToolPath(), {"set", path, "INFO", "Name", "Beispiel"});
     ASSERT_TRUE(set.waitForFinished(30000));
     EXPECT_EQ(set.exitCode(), 0);
     QProcess dump;
-    dump.start(QStringLiteral(TAVIK_TOOL_PATH), {"dump", path});
+    dump.start(tavik::test::ToolPath(), {"dump", path});
     ASSERT_TRUE(dump.waitForFinished(30000));
     EXPECT_EQ(dump.exitCode(), 0);
     const QJsonObject json = QJsonDocument::fromJson(dump.readAllStandardOutput()).object();
     EXPECT_EQ(json["keys"].toArray()[0].toObject()["items"].toArray()[0].toObject()["value"],
               QStringLiteral("Beispiel"));
     QProcess missing;
-    missing.start(QStringLiteral(TAVIK_TOOL_PATH), {"dump", dir.file("none.io")});
+    missing.start(tavik::test::ToolPath(), {"dump", dir.file("none.io")});
     ASSERT_TRUE(missing.waitForFinished(30000));
     EXPECT_EQ(missing.exitCode(), 2);
     EXPECT_EQ(missing.readAllStandardError().count('\n'), 1);

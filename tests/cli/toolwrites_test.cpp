@@ -1,4 +1,5 @@
 #include "package/clszeldb.h"
+#include "support/buildpaths.h"
 #include "support/smallfilesystem.h"
 #include "support/tempdir.h"
 #include "support/toolrun.h"
@@ -67,7 +68,7 @@ TEST(ToolSet, OnAFullDiskExitsTwoWithOneLineAndLeavesTheIndexByteForByte) {
 
     // The same as a program of its own, exit code and all.
     QProcess set;
-    set.start(QStringLiteral(TAVIK_TOOL_PATH), {"set", path, "INFO", "Autor", "Jemand"});
+    set.start(tavik::test::ToolPath(), {"set", path, "INFO", "Autor", "Jemand"});
     ASSERT_TRUE(set.waitForFinished(30000));
     EXPECT_EQ(set.exitCode(), 2);
     EXPECT_EQ(set.readAllStandardError().count('\n'), 1);

@@ -2,6 +2,7 @@
 // ends with exit 0, or 2 and one line on standard error; never a crash, never a write.
 #include "hostile/hostilecorpus.h"
 #include "hostile/treesnapshot.h"
+#include "support/buildpaths.h"
 #include "support/namedpipe.h"
 #include "support/tempdir.h"
 
@@ -55,7 +56,7 @@ struct HostileRoot {
         env.insert(QStringLiteral("TAVIK_HOME"), dir.path());
         env.insert(QStringLiteral("TAVIK_AUDIO"), QStringLiteral("null"));
         p.setProcessEnvironment(env);
-        p.start(QStringLiteral(TAVIK_TOOL_PATH), args);
+        p.start(tavik::test::ToolPath(), args);
         ToolRun r;
         r.finished = p.waitForFinished(60000);
         r.crashed = p.exitStatus() != QProcess::NormalExit;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/frmmain.h"
+#include "support/buildpaths.h"
 #include "support/editorfixture.h"
 
 #include <QDir>
@@ -18,8 +19,8 @@ public:
     ScreenFixture() {
         QDir(root.path()).mkpath(QStringLiteral("res/img"));
         for (const QString& name :
-             QDir(QStringLiteral(TAVIK_CHECKOUT "/res/img")).entryList(QDir::Files))
-            QFile::copy(QStringLiteral(TAVIK_CHECKOUT "/res/img/") + name,
+             QDir(tavik::test::CheckoutPath(QStringLiteral("/res/img"))).entryList(QDir::Files))
+            QFile::copy(tavik::test::CheckoutPath(QStringLiteral("/res/img/")) + name,
                         root.file(QStringLiteral("res/img/") + name));
     }
 

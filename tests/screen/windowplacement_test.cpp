@@ -11,6 +11,7 @@
 #include "shell/clicklabel.h"
 #include "shell/frmabout.h"
 #include "shell/frmsplash.h"
+#include "support/buildpaths.h"
 #include "support/dialogtesting.h"
 #include "util/zelcmd.h"
 
@@ -208,7 +209,7 @@ TEST(ProgramPictures, TheWindowsCarryTheProgramIconAndTheAboutWindowThePicture) 
     EXPECT_FALSE(f.log.viewer()->windowIcon().pixmap(32, 32).isNull());
     // The delivered picture, not a stand-in.
     const QPixmap picture = about.picture()->pixmap();
-    const QImage delivered(QStringLiteral(TAVIK_CHECKOUT "/res/img/editor.png"));
+    const QImage delivered(tavik::test::CheckoutPath(QStringLiteral("/res/img/editor.png")));
     ASSERT_FALSE(delivered.isNull());
     EXPECT_EQ(picture.size(), delivered.size());
 }

@@ -10,6 +10,7 @@
 #include "settings/language.h"
 #include "shell/frmabout.h"
 #include "shell/frmsplash.h"
+#include "support/buildpaths.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 
@@ -66,7 +67,7 @@ int main(int argc, char** argv) {
 
     // A copy of the delivered installation, so the run leaves the checkout as it was.
     QTemporaryDir root;
-    const QString source = QStringLiteral(TAVIK_CHECKOUT);
+    const QString source = tavik::test::CheckoutPath();
     if (!copyFolder(source + QStringLiteral("/res"), root.filePath(QStringLiteral("res"))) ||
         !copyFolder(source + QStringLiteral("/Data/Beispielpaket"),
                     root.filePath(QStringLiteral("Data/Beispielpaket"))) ||

@@ -5,6 +5,7 @@
 #include "app/tavikapplication.h"
 #include "service/frmdienst.h"
 #include "service/servicebytes.h"
+#include "support/buildpaths.h"
 #include "support/editorfixture.h"
 #include "support/tempdir.h"
 #include "util/apppath.h"
@@ -28,7 +29,7 @@ using tavik::test::ServiceBytes;
 
 namespace {
 
-const QString kDemo = QStringLiteral(TAVIK_CHECKOUT "/Data/Beispielpaket");
+const QString kDemo = tavik::test::CheckoutPath(QStringLiteral("/Data/Beispielpaket"));
 const QString kDemoService = QStringLiteral("_000001._");
 
 // Waits for the editor's own timer to enable `button`, then clicks it.

@@ -3,7 +3,6 @@
 add_executable(tavik_sound_tests sound/sound_main.cpp sound/monitorrecording.cpp
     sound/realoutput_test.cpp)
 target_link_libraries(tavik_sound_tests PRIVATE taviktestsupport tavikui)
-target_compile_definitions(tavik_sound_tests PRIVATE TAVIK_CHECKOUT="${PROJECT_SOURCE_DIR}")
 add_test(NAME RealSoundOutput
          COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/sound/with_pulseaudio.sh
                  $<TARGET_FILE:tavik_sound_tests>)

@@ -9,6 +9,7 @@
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
 #include "settings/language.h"
+#include "support/buildpaths.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "util/msgbox.h"
@@ -46,10 +47,10 @@ public:
         QDir(root.path()).mkpath(QStringLiteral("bin"));
         QDir(root.path()).mkpath(QStringLiteral("res/lang"));
         QDir(root.path()).mkpath(QStringLiteral("Data"));
-        QFile::copy(QStringLiteral(TAVIK_CHECKOUT "/bin/Formats.ini"),
+        QFile::copy(tavik::test::CheckoutPath(QStringLiteral("/bin/Formats.ini")),
                     root.file(QStringLiteral("bin/Formats.ini")));
         for (const QString& name : {QStringLiteral("Deutsch.lng"), QStringLiteral("English.lng")})
-            QFile::copy(QStringLiteral(TAVIK_CHECKOUT "/res/lang/") + name,
+            QFile::copy(tavik::test::CheckoutPath(QStringLiteral("/res/lang/")) + name,
                         root.file(QStringLiteral("res/lang/") + name));
         if (!languageFile.isEmpty())
             root.write(QStringLiteral("bin/Tavik.ini"),
