@@ -3,8 +3,8 @@
 #include "package/zeldbformat.h"
 #include "util/conversions.h"
 #include "util/fileops.h"
+#include "util/wholeread.h"
 
-#include <QFile>
 #include <cstring>
 
 namespace tavik {
@@ -22,18 +22,19 @@ bool clsZELDB::OpenIOFile(const QString& path) {
         lastRead_ = {ZeldbReadReport::Status::Missing, QStringLiteral("missing or empty"), 0};
         return false;
     }
-    QFile file(path);
-    if (!OpenToRead(file)) {
+    // One consistent copy in memory: another program may rewrite the file while it is read.
+    const WholeRead read = ReadWholeFile(path);
+    if (read.status == WholeRead::Status::CannotOpen) {
         // Counted as missing, like every other file error before the first read.
         lastRead_ = {ZeldbReadReport::Status::Missing, QStringLiteral("cannot be read"), 0};
         return false;
     }
-    // Mapped, not read: a huge file costs no memory of its own.
-    const qint64 size = file.size();
-    if (uchar* mapped = file.map(0, size))
-        return openBytes(mapped, size);
-    const QByteArray bytes = file.readAll();
-    return openBytes(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
+    if (read.status == WholeRead::Status::KeptChanging) {
+        lastRead_ = {ZeldbReadReport::Status::Missing,
+                     QStringLiteral("changed on every read; not read"), 0};
+        return false;
+    }
+    return openBytes(reinterpret_cast<const uchar*>(read.bytes.constData()), read.bytes.size());
 }
 
 bool clsZELDB::openBytes(const uchar* data, qint64 size) {

@@ -4,6 +4,7 @@
 #include "util/cp1252.h"
 #include "util/fileops.h"
 #include "util/runtimeerror.h"
+#include "util/wholeread.h"
 
 #include <QFile>
 #include <array>
@@ -167,14 +168,18 @@ ServiceReadResult ReadServiceFile(const QString& path, bool deleteEmpty) {
         fail(result, Status::Missing, 0, QStringLiteral("missing or empty"));
         return result;
     }
-    QFile file(path);
-    if (!OpenToRead(file)) {
+    // One consistent copy in memory: another program may rewrite the file while it is read.
+    const WholeRead read = ReadWholeFile(path);
+    if (!read.ok()) {
         ServiceReadResult result;
-        fail(result, Status::Missing, 0, file.errorString());
+        fail(result, Status::Missing, 0,
+             read.status == WholeRead::Status::KeptChanging
+                 ? QStringLiteral("changed on every read; not read")
+                 : QStringLiteral("cannot be read"));
         return result;
     }
-    const QByteArray bytes = file.readAll();
-    return ReadServiceBytes(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size());
+    return ReadServiceBytes(reinterpret_cast<const uchar*>(read.bytes.constData()),
+                            read.bytes.size());
 }
 
 void WriteServiceFile(const QString& path, const QByteArray& bytes) {

@@ -4,6 +4,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/conversions.cpp
     util/cp1252.cpp
     util/fileops.cpp
+    util/wholeread.cpp
     util/jsonfields.cpp
     util/modrandom.cpp
     util/placement.cpp

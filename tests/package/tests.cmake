@@ -6,5 +6,6 @@ list(APPEND TAVIK_CORE_TESTS
     package/packagefolder_test.cpp
     package/packagewrites_test.cpp
     package/packagetext_test.cpp
+    package/changingfile_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/package_index_input.cpp
 )

@@ -1,0 +1,138 @@
+// Readers of package and service files while another program rewrites them in place: one
+// consistent copy each time, or a refusal, and never a fault.
+#include "package/clszeldb.h"
+#include "package/packagefolder.h"
+#include "package/packagesettings.h"
+#include "service/servicefile.h"
+#include "support/tempdir.h"
+#include "util/conversions.h"
+#include "util/wholeread.h"
+
+#include <QFile>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <thread>
+
+using namespace tavik;
+using tavik::test::TempDir;
+
+namespace {
+
+QByteArray indexWithEntries(int count) {
+    clsZELDB store;
+    for (int i = 1; i <= count; ++i)
+        store.SaveSetting(QStringLiteral("INDEX"), QString::number(i),
+                          Variant::fromString(FormatKey(i) + QStringLiteral("~Ansage %1").arg(i)));
+    store.SaveSetting(QStringLiteral("INDEX"), QStringLiteral("Count"), Variant::fromLong(count));
+    return store.toBytes();
+}
+
+// Truncates and writes, as a program that rewrites a file in place does.
+void rewriteInPlace(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+} // namespace
+
+TEST(ChangingIndexFile, RewrittenInPlaceWhileReadEachOpenSeesOneWholeVersionOrRefuses) {
+    TempDir dir;
+    const QString path = dir.file(QStringLiteral("Package.io"));
+    const QByteArray large = indexWithEntries(10000);
+    const QByteArray small = indexWithEntries(3000);
+    rewriteInPlace(path, large);
+
+    constexpr int kRewrites = 1000;
+    std::atomic<bool> done{false};
+    std::thread writer([&] {
+        for (int i = 0; i < kRewrites; ++i)
+            rewriteInPlace(path, i % 2 ? small : large);
+        done = true;
+    });
+    int reads = 0;
+    int whole = 0;
+    int mixed = 0;
+    while (!done || reads < 10) {
+        clsZELDB store;
+        const bool opened = store.OpenIOFile(path);
+        ++reads;
+        if (store.lastRead().status != ZeldbReadReport::Status::Complete)
+            continue;
+        const std::int16_t count = ReadIndexCount(store);
+        const QString last =
+            CStr(store.GetSetting(QStringLiteral("INDEX"), QString::number(count), QString()));
+        if (opened && (count == 10000 || count == 3000) &&
+            last == FormatKey(count) + QStringLiteral("~Ansage %1").arg(count))
+            ++whole;
+        else
+            ++mixed;
+    }
+    writer.join();
+    std::cout << "[ figures ] " << kRewrites << " rewrites in place, " << reads << " reads, "
+              << whole << " whole, " << reads - whole - mixed << " refused or empty, " << mixed
+              << " mixed, 0 signals\n";
+    EXPECT_EQ(mixed, 0);
+    EXPECT_GT(whole, 0);
+}
+
+TEST(ChangingServiceFile, RewrittenInPlaceWhileReadNeverFaults) {
+    TempDir dir;
+    const QString path = dir.file(QStringLiteral("_1._"));
+    ServiceHeader header;
+    header.Title = QStringLiteral("Dienst");
+    header.Id = QStringLiteral("1");
+    const auto sentences = [](int count) {
+        QList<SatzRecord> list;
+        for (int i = 0; i < count; ++i)
+            list.append({QString::number(i),
+                         QStringLiteral("Satz"),
+                         {{QStringLiteral("0001"), 0}},
+                         0,
+                         true});
+        return list;
+    };
+    const QByteArray large = ServiceFileBytes(header, sentences(2000));
+    const QByteArray small = ServiceFileBytes(header, sentences(10));
+    rewriteInPlace(path, large);
+    std::atomic<bool> done{false};
+    std::thread writer([&] {
+        for (int i = 0; i < 300; ++i)
+            rewriteInPlace(path, i % 2 ? small : large);
+        done = true;
+    });
+    while (!done) {
+        const ServiceReadResult read = ReadServiceFile(path, false);
+        if (read.ok()) {
+            EXPECT_TRUE(read.sentences.size() == 2000 || read.sentences.size() == 10);
+        }
+    }
+    writer.join();
+    EXPECT_TRUE(ReadServiceFile(path, false).ok());
+}
+
+TEST(WholeRead, ReadsAFileWholeWithItsStamp) {
+    TempDir dir;
+    const QString path = dir.write(QStringLiteral("a.bin"), QByteArray(70000, 'x'));
+    const WholeRead read = ReadWholeFile(path);
+    ASSERT_TRUE(read.ok());
+    EXPECT_EQ(read.bytes, QByteArray(70000, 'x'));
+    EXPECT_EQ(read.stamp, StampOf(path));
+    EXPECT_EQ(read.stamp.size, 70000);
+}
+
+TEST(WholeRead, AMissingFileCannotBeOpened) {
+    TempDir dir;
+    EXPECT_EQ(ReadWholeFile(dir.file(QStringLiteral("none"))).status,
+              WholeRead::Status::CannotOpen);
+    EXPECT_FALSE(StampOf(dir.file(QStringLiteral("none"))).exists);
+}
+
+TEST(WholeRead, AStampChangesWithTheContent) {
+    TempDir dir;
+    const QString path = dir.write(QStringLiteral("a.bin"), "one");
+    const FileStamp before = StampOf(path);
+    rewriteInPlace(path, "two!");
+    EXPECT_NE(StampOf(path), before);
+}
