@@ -5,6 +5,7 @@
 #include "package/clszeldb.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
+#include "util/packagelock.h"
 #include "util/runtimeerror.h"
 
 #include <QFileInfo>
@@ -38,21 +39,20 @@ int importCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return fail(err, package, QStringLiteral("no package folder"));
     const QString folder = NativePath(package);
     const QString indexFile = indexFilePath(folder);
-    // The store as the main window holds it after loading the package.
-    clsZELDB store;
-    if (!store.OpenIOFile(indexFile))
-        return fail(err, indexFile, QStringLiteral("not a package index that opens"));
     QStringList keys;
     try {
-        keys = ImportSoundFiles(entries, folder, store);
+        // Held from the open to the save, so no writer beside us changes the index between.
+        const PackageWriteLock lock(folder);
+        // The store as the main window holds it after loading the package.
+        clsZELDB store;
+        if (!store.OpenIOFile(indexFile))
+            return fail(err, indexFile, QStringLiteral("not a package index that opens"));
+        keys = ImportSoundFiles(entries, folder, store, indexFile);
+    } catch (const PackageBusy& e) {
+        return failBusy(err, folder, e);
     } catch (const RuntimeError& e) {
-        // The index on disk stays as it was, as the dialog leaves it when a copy fails.
+        // All or nothing: the package stays as it was.
         return failRuntime(err, folder, e);
-    }
-    try {
-        store.SaveIOFile(indexFile);
-    } catch (const RuntimeError& e) {
-        return failRuntime(err, indexFile, e);
     }
     for (qsizetype i = 0; i < keys.size(); ++i)
         out << keys[i] << '\t' << entries[i].Title << '\n';

@@ -6,11 +6,52 @@
 #include "package/packagefolder.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
+#include "util/packagelock.h"
 #include "util/runtimeerror.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace tavik::cli {
+
+namespace {
+
+// A package that could not be written whole goes again: the folder was made by this run, and
+// only the files this run writes are taken out of it, so a file someone else put there stays.
+void removeUnfinishedPackage(const QString& folder) {
+    for (const char16_t* name : {kIndexFileName, kCommentFileName, kPictureFileName})
+        QFile::remove(NativePath(folder + QString::fromUtf16(name)));
+    QDir().rmdir(folder);
+}
+
+int makePackage(const QString& name, const QString& folder, const PackageInfo& info,
+                QTextStream& out, QTextStream& err) {
+    switch (MakeNewPackageFolder(name, folder)) {
+    case NewPackageRefusal::None:
+        break;
+    case NewPackageRefusal::FolderName:
+        return fail(err, name, QStringLiteral("not a plain folder name"));
+    case NewPackageRefusal::PackageThere:
+        return fail(err, folder, QStringLiteral("already holds a package"));
+    case NewPackageRefusal::FolderNotMade:
+        return fail(err, folder, QStringLiteral("the folder cannot be made"));
+    }
+    if (!info.Picture.isEmpty() && !FileCheck(info.Picture))
+        out << "picture " << info.Picture << " is missing or empty: not copied\n";
+    // A new package starts from an empty store, saved once.
+    clsZELDB store;
+    try {
+        WritePackageInfo(store, NativePath(folder + QString::fromUtf16(kIndexFileName)), folder,
+                         info);
+    } catch (const RuntimeError& e) {
+        removeUnfinishedPackage(folder);
+        return failRuntime(err, folder, e);
+    }
+    return 0;
+}
+
+} // namespace
 
 int newCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     const Options options = parseOptions(args, {"--title", "--author", "--comment", "--picture"});
@@ -37,25 +78,12 @@ int newCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (info.Title.isEmpty() || info.Author.isEmpty())
         return fail(err, name, QStringLiteral("a package needs --title and --author"));
     const QString folder = NewPackageFolder(name, data);
-    switch (MakeNewPackageFolder(name, folder)) {
-    case NewPackageRefusal::None:
-        break;
-    case NewPackageRefusal::FolderName:
-        return fail(err, name, QStringLiteral("not a plain folder name"));
-    case NewPackageRefusal::PackageThere:
-        return fail(err, folder, QStringLiteral("already holds a package"));
-    case NewPackageRefusal::FolderNotMade:
-        return fail(err, folder, QStringLiteral("the folder cannot be made"));
-    }
-    if (!info.Picture.isEmpty() && !FileCheck(info.Picture))
-        out << "picture " << info.Picture << " is missing or empty: not copied\n";
-    // A new package starts from an empty store, saved once.
-    clsZELDB store;
     try {
-        WritePackageInfo(store, NativePath(folder + QString::fromUtf16(kIndexFileName)), folder,
-                         info);
-    } catch (const RuntimeError& e) {
-        return failRuntime(err, folder, e);
+        const PackageWriteLock lock(folder);
+        if (const int code = makePackage(name, folder, info, out, err))
+            return code;
+    } catch (const PackageBusy& e) {
+        return failBusy(err, folder, e);
     }
     out << folder << '\n';
     out.flush();

@@ -3,6 +3,7 @@
 #include "package/clszeldb.h"
 #include "util/conversions.h"
 #include "util/fileops.h"
+#include "util/packagelock.h"
 #include "util/runtimeerror.h"
 
 #include <QLocale>
@@ -62,6 +63,24 @@ int save(clsZELDB& store, const QString& path, QTextStream& err) {
     return 0;
 }
 
+// Open, change and save while holding the package's lock, so a writer beside us loses nothing.
+template <typename Change> int changeLocked(const QString& path, QTextStream& err, Change change) {
+    try {
+        const PackageWriteLock lock(packageFolderOf(path));
+        clsZELDB store;
+        if (!openForChange(store, path, err))
+            return 2;
+        try {
+            change(store);
+        } catch (const RuntimeError& e) {
+            return failRuntime(err, path, e);
+        }
+        return save(store, path, err);
+    } catch (const PackageBusy& e) {
+        return failBusy(err, path, e);
+    }
+}
+
 } // namespace
 
 int setCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
@@ -86,15 +105,9 @@ int setCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (!parseValue(positional[3], type, value, problem))
         return fail(err, path, problem);
 
-    clsZELDB store;
-    if (!openForChange(store, path, err))
-        return 2;
-    try {
+    return changeLocked(path, err, [&](clsZELDB& store) {
         store.SaveSetting(positional[1], positional[2], value);
-    } catch (const RuntimeError& e) {
-        return failRuntime(err, path, e);
-    }
-    return save(store, path, err);
+    });
 }
 
 int deleteCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
@@ -104,15 +117,7 @@ int deleteCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 2;
     }
     const QString path = indexFilePath(args[0]);
-    clsZELDB store;
-    if (!openForChange(store, path, err))
-        return 2;
-    try {
-        store.DeleteItem(args[1], args[2]);
-    } catch (const RuntimeError& e) {
-        return failRuntime(err, path, e);
-    }
-    return save(store, path, err);
+    return changeLocked(path, err, [&](clsZELDB& store) { store.DeleteItem(args[1], args[2]); });
 }
 
 } // namespace tavik::cli

@@ -38,6 +38,16 @@ int failRuntime(QTextStream& err, const QString& file, const RuntimeError& error
         QStringLiteral("runtime error %1 (%2)").arg(error.number()).arg(error.description()));
 }
 
+int failBusy(QTextStream& err, const QString& file, const RuntimeError& busy) {
+    fail(err, file, busy.description() + QStringLiteral("; not changed"));
+    return 3;
+}
+
+QString packageFolderOf(const QString& path) {
+    const QFileInfo info(path);
+    return info.isDir() ? path : info.absolutePath();
+}
+
 QString indexFilePath(const QString& path) {
     if (QFileInfo(path).isDir())
         return NativePath(path + QString::fromUtf16(kIndexFileName));

@@ -35,6 +35,13 @@ int fail(QTextStream& err, const QString& file, const QString& problem);
 // The same for a runtime error: "tavik: <file>: runtime error 76 (Pfad nicht gefunden)".
 int failRuntime(QTextStream& err, const QString& file, const tavik::RuntimeError& error);
 
+// For a package that another program keeps locked: "tavik: <file>: <problem>; not changed".
+// Returns 3.
+int failBusy(QTextStream& err, const QString& file, const tavik::RuntimeError& busy);
+
+// The package folder a file of it lies in, or the folder itself.
+QString packageFolderOf(const QString& path);
+
 // A package folder stands for its index file.
 QString indexFilePath(const QString& path);
 

@@ -4,6 +4,7 @@
 #include "service/servicefromjson.h"
 #include "util/fileops.h"
 #include "util/jsonfields.h"
+#include "util/packagelock.h"
 #include "util/runtimeerror.h"
 
 #include <QFile>
@@ -61,7 +62,10 @@ int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return failRuntime(err, jsonPath, e);
     }
     try {
+        const PackageWriteLock lock(packageFolderOf(target));
         WriteFileAtomically(target, bytes);
+    } catch (const PackageBusy& e) {
+        return failBusy(err, target, e);
     } catch (const RuntimeError& e) {
         return failRuntime(err, target, e);
     }

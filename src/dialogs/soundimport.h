@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -31,11 +32,19 @@ struct ImportProgress {
     std::function<void()> afterEntry;
 };
 
-// Copies each file into the package folder under the next free key and appends it to the
-// "INDEX" list of `store` (in memory only; the caller saves the store once at the end).
-// Returns the keys used, in list order. A copy that fails raises its runtime error and ends
-// the run: the files before it stay copied and counted, the failed one leaves nothing.
+// The keys the "INDEX" list of `store` names at positions 1 to Count, whether or not their
+// sound files exist: a new sound must not get one of them, or the list would name it twice.
+QSet<QString> ListedKeys(clsZELDB& store);
+
+// Imports the files into the package all or nothing, holding the package's write lock: each
+// file is copied under a temporary name and appended to the "INDEX" list of `store` under the
+// next key that no file, no entry of the list and none of `heldKeys` holds; then the store is
+// saved to `indexFile` and the copies take their names. Returns the keys used, in list order.
+// Any failure raises its runtime error and leaves the folder, the index file and `store` as
+// they were.
 QStringList ImportSoundFiles(const QList<ImportEntry>& entries, const QString& packageFolder,
-                             clsZELDB& store, const ImportProgress& progress = {});
+                             clsZELDB& store, const QString& indexFile,
+                             const ImportProgress& progress = {},
+                             const QSet<QString>& heldKeys = {});
 
 } // namespace tavik

@@ -53,7 +53,7 @@ QString firstFileForKey(const QString& packageFolder, const QString& key) {
 
 } // namespace
 
-QString NextFreeKey(const QString& packageFolder) {
+QString NextFreeKey(const QString& packageFolder, const QSet<QString>& alsoTaken) {
     // One listing instead of one search per number: keys are digits, so a key names a file
     // exactly when it begins the run of digits the file's name starts with. A link counts
     // like a file, wherever it points: a new sound must never be written through it.
@@ -67,7 +67,7 @@ QString NextFreeKey(const QString& packageFolder) {
     }
     for (std::int32_t n = 0;; ++n) {
         QString key = FormatKey(n);
-        if (!taken.contains(key))
+        if (!taken.contains(key) && !alsoTaken.contains(key))
             return key;
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <cstdint>
@@ -23,8 +24,9 @@ QString FormatKey(std::int32_t number);
 // Anything else (an empty key, a path, a wildcard, a fixed file's name) names no file.
 bool IsAnnouncementKey(const QString& key);
 
-// The lowest key, counting from 0, that names no file and no link in the package folder.
-QString NextFreeKey(const QString& packageFolder);
+// The lowest key, counting from 0, that names no file and no link in the package folder and
+// is none of `alsoTaken` (keys a list still holds whose sound may be gone).
+QString NextFreeKey(const QString& packageFolder, const QSet<QString>& alsoTaken = {});
 
 // The full path of the first file in the package folder whose name begins with `key`, or
 // "" when there is none. A key that is not a number finds nothing, and a name that goes on

@@ -223,6 +223,15 @@ qint64 FileLen(const QString& path) {
     return info.size();
 }
 
+bool IsFaithfulName(const QByteArray& native) {
+#ifdef Q_OS_UNIX
+    return QFile::encodeName(QFile::decodeName(native)) == native;
+#else
+    Q_UNUSED(native);
+    return true;
+#endif
+}
+
 bool OpenToRead(QFile& file) {
 #ifdef Q_OS_UNIX
     // Opened without blocking and checked on the open descriptor: a pipe put in place after a

@@ -34,6 +34,12 @@ void Kill(const QString& path);
 void MkDir(const QString& path);
 void RmDir(const QString& path);
 
+// Whether a name as the system passed it (a program argument, bytes) survives the trip through
+// a QString: on Unix a name that is not valid in the locale's encoding (a byte 0xFF in UTF-8)
+// would come back as other bytes, and so open or make another file. Always true on Windows,
+// whose names arrive as UTF-16.
+bool IsFaithfulName(const QByteArray& native);
+
 // Opens `file` for reading only when it names a plain file (through links). A pipe, socket or
 // device named like a package file is refused without waiting for a writer that never comes.
 bool OpenToRead(QFile& file);

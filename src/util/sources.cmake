@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/cp1252.cpp
     util/fileops.cpp
     util/wholeread.cpp
+    util/packagelock.cpp
     util/jsonfields.cpp
     util/modrandom.cpp
     util/placement.cpp
@@ -14,6 +15,12 @@ list(APPEND TAVIK_CORE_SOURCES
     util/variant.cpp
     util/vbstrings.cpp
 )
+# The per-user folder of the package locks, one file for each platform.
+if(WIN32)
+    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_win.cpp)
+else()
+    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_unix.cpp)
+endif()
 # Report-style lists with their row routines, the editor's push button, and the message, input
 # and file dialogs every window asks through.
 list(APPEND TAVIK_UI_SOURCES

@@ -6,5 +6,7 @@ list(APPEND TAVIK_CORE_TESTS
     cli/write_command_test.cpp
     cli/new_import_command_test.cpp
     cli/toolwrites_test.cpp
+    cli/concurrent_writers_test.cpp
+    cli/nativenames_test.cpp
     cli/render_command_test.cpp
 )
