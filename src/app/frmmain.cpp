@@ -47,6 +47,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <tuple>
 
 namespace tavik {
 
@@ -156,14 +157,16 @@ void frmMain::buildControls() {
     panelLayout->addWidget(cmdUnexpand_);
     picExpand_->hide();
 
-    // The move buttons carry pictures only: the language file gives them tool tips.
+    // The move buttons carry pictures only: their tool tips name them, the designed German
+    // ones until a language file gives its own.
     auto* moves = new QHBoxLayout;
-    const std::pair<zelcmd*, QStyle::StandardPixmap> arrows[] = {
-        {cmdFUp_, QStyle::SP_MediaSkipBackward},
-        {cmdUp_, QStyle::SP_ArrowUp},
-        {cmdDown_, QStyle::SP_ArrowDown},
-        {cmdFDown_, QStyle::SP_MediaSkipForward}};
-    for (const auto& [button, arrow] : arrows) {
+    const std::tuple<zelcmd*, QStyle::StandardPixmap, const char16_t*> arrows[] = {
+        {cmdFUp_, QStyle::SP_MediaSkipBackward, u"An den Anfang der Liste"},
+        {cmdUp_, QStyle::SP_ArrowUp, u"Eine Position nach oben"},
+        {cmdDown_, QStyle::SP_ArrowDown, u"Eine Position nach unten"},
+        {cmdFDown_, QStyle::SP_MediaSkipForward, u"An das Ende der Liste"}};
+    for (const auto& [button, arrow, tip] : arrows) {
+        button->setToolTip(QString::fromUtf16(tip));
         button->SetCaption(QString());
         button->SetPicture(style()->standardIcon(arrow).pixmap(16, 16));
         button->setMinimumWidth(24);
@@ -374,7 +377,11 @@ void frmMain::showReadyState() {
 
 void frmMain::cmdSave_Click() {
     SavePackageList();
-    PackageIndex.SaveIOFile(IndexFilePath);
+    if (!WriteGuarded([this] {
+            PackageIndex.SaveIOFile(IndexFilePath);
+            return QStringList{QFileInfo(IndexFilePath).fileName()};
+        }))
+        return;
     UnloadAudioFiles();
     lsvPack_->ClearItems();
     LoadPackage();
@@ -392,7 +399,12 @@ void frmMain::cmdRemove_Click() {
     CloseAnnouncementSound(mci_, key);
     // A key that is not a number has no file (""): the runtime's file-not-found error, as for
     // any announcement whose sound is missing, and nothing is deleted.
-    Kill(file);
+    WriteGuarded(
+        [&file] {
+            Kill(file);
+            return QStringList{QFileInfo(file).fileName()};
+        },
+        false);
     lsvPack_->RemoveItem(row->Index());
 }
 

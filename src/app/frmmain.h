@@ -6,7 +6,9 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QRect>
+#include <QSet>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 class QLabel;
@@ -27,8 +29,10 @@ class Language;
 class ReportList;
 class frmCheck;
 class frmStatus;
+class PackageWatch;
 class modMCI;
 class zelcmd;
+enum class MsgResult;
 
 // The main window: the announcement list of the current package and the buttons that open
 // every other window. It owns the program-wide state the dialogs and the service editor read
@@ -67,6 +71,19 @@ public:
     void FadeInEffect(QWidget* source, QWidget* target, int steps);
     // The first file of the package folder whose name starts with `key`, "" when none.
     QString GetFileName(const QString& key) const;
+
+    // --- other programs on the same package (frmmain_watch.cpp) ---
+    // Keys the list and the table hold: a new sound must not get one of them.
+    QSet<QString> HeldKeys() const;
+    // Runs one of the editor's writes of package files under the package's write lock. With
+    // `askFirst`, changes other programs made since the load are shown first (reload and lose
+    // mine, save mine over theirs, cancel); false when nothing was written. `write` returns
+    // the names of the files it wrote, which then no longer count as changed by others.
+    bool WriteGuarded(const std::function<QStringList()>& write, bool askFirst = true);
+    // Whether the list differs from what was loaded or the window is marked modified.
+    bool HasUnsavedChanges() const;
+    // The watch on the open package's files, null before the first load.
+    PackageWatch* packageWatch() const { return watch_; }
 
     // --- controls ---
     ReportList* lsvPack() const { return lsvPack_; }
@@ -172,6 +189,13 @@ private:
     void makeRoomForPanel();
     // Gives back what makeRoomForPanel took, unless the user has moved or sized the window.
     void giveBackPanelRoom();
+    // The start and the end of a load: the files as they are now, and the list as loaded.
+    void followPackage();
+    void packageLoaded();
+    QStringList listFingerprint() const;
+    MsgResult askAboutOutsideChange(const QStringList& names);
+    void reloadFromDisk(const QStringList& names);
+    void onChangedOnDisk(const QStringList& names);
 
     Language& language_;
     modMCI& mci_;
@@ -223,6 +247,10 @@ private:
     QRect frameBeforePanel_; // empty when the panel did not change the window
     QSize sizeBeforePanel_;
     QSize sizeWithPanel_;
+    PackageWatch* watch_ = nullptr;
+    QStringList loadedList_;
+    bool askingAboutChange_ = false;
+    bool overwriteConfirmed_ = false;
 };
 
 } // namespace tavik

@@ -36,6 +36,7 @@ QString PlayTimeText(std::int32_t ms) {
 } // namespace
 
 void frmMain::LoadPackage() {
+    followPackage();
     if (!PackageIndex.OpenIOFile(IndexFilePath)) {
         MsgBox(this, language_.GetLangString(8), MsgButtons::OK, MsgIcon::Exclamation);
         return;
@@ -110,6 +111,7 @@ void frmMain::LoadPackage() {
 
     EnableServicButtons(true);
     cmdSave_->setEnabled(true);
+    packageLoaded();
 }
 
 void frmMain::UnloadAudioFiles() {

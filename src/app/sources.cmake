@@ -6,6 +6,7 @@ list(APPEND TAVIK_UI_SOURCES
     app/frmmain_dialogs.cpp
     app/frmmain_package.cpp
     app/frmmain_panel.cpp
+    app/frmmain_watch.cpp
     app/frmstatus.cpp
     app/tavikapplication.cpp
 )

@@ -25,6 +25,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -363,7 +364,21 @@ void frmFile::cmdOK_Click() {
     importing_ = true;
     setEnabled(false);
     try {
-        ImportSoundFiles(entries, packageFolder, main_.PackageIndex, progress);
+        // All or nothing, index file included; a failure leaves the package as it was. Changes
+        // another program made to the package are shown before the index is written over.
+        const bool written = main_.WriteGuarded([&] {
+            const QStringList keys = ImportSoundFiles(entries, packageFolder, main_.PackageIndex,
+                                                      indexFile, progress, main_.HeldKeys());
+            QStringList names{QFileInfo(indexFile).fileName()};
+            for (qsizetype i = 0; i < keys.size(); ++i)
+                names << keys[i] + u'.' + ImportExtension(entries[i].Source);
+            return names;
+        });
+        if (!written) {
+            importing_ = false;
+            setEnabled(true);
+            return;
+        }
     } catch (...) {
         importing_ = false;
         setEnabled(true);
@@ -376,13 +391,6 @@ void frmFile::cmdOK_Click() {
 
     main_.UnloadAudioFiles();
     main_.lsvPack()->ClearItems();
-    try {
-        main_.PackageIndex.SaveIOFile(indexFile);
-    } catch (...) {
-        // The index on disk stays as it was; the list shows what it holds.
-        main_.LoadPackage();
-        throw;
-    }
     main_.LoadPackage();
 }
 

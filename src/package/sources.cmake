@@ -4,6 +4,8 @@ list(APPEND TAVIK_CORE_SOURCES
     package/announcementrecord.cpp
     package/clszeldb.cpp
     package/packagefolder.cpp
+    package/packagedisk.cpp
+    package/packagewatch.cpp
     package/packagesettings.cpp
     package/packagetext.cpp
     package/zeldbformat.cpp

@@ -32,6 +32,11 @@ namespace {
 const char16_t kNoLanguageFile[] = u"Keine Sprachdatei gefunden! Programm kann nicht gestartet "
                                    u"werden\rNo languagefile found! Can't start application";
 
+const char16_t kLanguageSettingTooLong[] =
+    u"Die Spracheinstellung in Tavik.ini ist zu lang und wird nicht verwendet. Bitte wählen Sie "
+    u"die Sprache.\rThe language setting in Tavik.ini is too long and is not used. Please choose "
+    u"the language.";
+
 // Only has to fire once the load handler has returned.
 constexpr int kUnloadDelay = 1;
 
@@ -146,8 +151,14 @@ void frmLanguage::FormLoad() {
     loaded_ = true;
     DisableCloseButton(this);
 
-    const QString setting = CStr(ReadINI(settingsFile(), QStringLiteral("Settings"),
-                                         QStringLiteral("Language"), Variant::fromString({})));
+    QString setting = CStr(ReadINI(settingsFile(), QStringLiteral("Settings"),
+                                   QStringLiteral("Language"), Variant::fromString({})));
+    if (!ReadINIIsWhole(settingsFile(), QStringLiteral("Settings"), QStringLiteral("Language"))) {
+        // A cut path names another file or none: the language is asked for again instead.
+        MsgBox(this, QString::fromUtf16(kLanguageSettingTooLong), MsgButtons::OK,
+               MsgIcon::Exclamation, QStringLiteral("Tavik"));
+        setting.clear();
+    }
     refreshFileList();
 
     if (!setting.isEmpty() && !KeepOpen) {

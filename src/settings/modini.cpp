@@ -3,6 +3,8 @@
 #include "profilefile.h"
 #include "util/conversions.h"
 
+#include <limits>
+
 namespace tavik {
 
 namespace {
@@ -17,6 +19,12 @@ Variant ReadINI(const QString& file, const QString& section, const QString& key,
     const QString defaultText = CStr(defaultValue);
     return Variant::fromString(
         profile::readProfileString(file, section, key, defaultText, kBufferLength));
+}
+
+bool ReadINIIsWhole(const QString& file, const QString& section, const QString& key) {
+    const QString whole =
+        profile::readProfileString(file, section, key, QString(), std::numeric_limits<int>::max());
+    return whole.size() <= kBufferLength - 1;
 }
 
 void WriteINI(const QString& file, const QString& section, const QString& key,

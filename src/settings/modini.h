@@ -21,6 +21,10 @@ using MessageReporter = std::function<void(const QString&)>;
 Variant ReadINI(const QString& file, const QString& section, const QString& key,
                 const Variant& defaultValue);
 
+// Whether ReadINI reads the value of `key` whole: one of 1023 characters or more comes back
+// cut, and a cut path or name must be refused rather than used.
+bool ReadINIIsWhole(const QString& file, const QString& section, const QString& key);
+
 // Stores `value` under `key`, creating file, section and key as needed. Changes only the
 // key's own line and keeps every other byte of the file. Reports nothing.
 void WriteINI(const QString& file, const QString& section, const QString& key,

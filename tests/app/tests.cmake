@@ -8,4 +8,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/frmstatus_test.cpp
     app/mainwindow_writes_test.cpp
     app/tavikapplication_test.cpp
+    app/outsidechanges_test.cpp
+    app/longsetting_test.cpp
 )

@@ -1,0 +1,152 @@
+#include "app/frmmain.h"
+#include "app/tavikapplication.h"
+#include "package/packagewatch.h"
+#include "settings/language.h"
+#include "util/msgbox.h"
+#include "util/packagelock.h"
+#include "util/reportlist.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLabel>
+#include <QTimer>
+
+// What other programs do to the open package: the watch on its files, the question before the
+// editor writes over their changes, and the lock every write of the editor holds.
+
+namespace tavik {
+
+namespace {
+
+constexpr std::int32_t kChangedOnDiskQuestion = 222;
+constexpr std::int32_t kReloadedStatus = 223;
+constexpr std::int32_t kOpenElsewhere = 224;
+// A change met while a dialog or a load is busy is looked at again after this long.
+constexpr int kRetryMs = 500;
+
+} // namespace
+
+QSet<QString> frmMain::HeldKeys() const {
+    QSet<QString> keys;
+    for (int i = 1; i <= lsvPack_->Count(); ++i)
+        keys.insert(lsvPack_->ListItems(i)->Text());
+    for (qsizetype i = 0; i < table.AnnouncementCount && i < table.Announcements.size(); ++i)
+        keys.insert(table.Announcements[i].Key);
+    return keys;
+}
+
+bool frmMain::WriteGuarded(const std::function<QStringList()>& write, bool askFirst) {
+    const PackageWriteLock lock(PackageFolder);
+    if (askFirst && watch_ && !overwriteConfirmed_) {
+        const QStringList changed = watch_->changes();
+        if (!changed.isEmpty()) {
+            switch (askAboutOutsideChange(changed)) {
+            case MsgResult::Discard:
+                reloadFromDisk(changed);
+                return false;
+            case MsgResult::Save:
+                break;
+            default:
+                return false;
+            }
+        }
+    }
+    const QStringList written = write();
+    if (watch_)
+        watch_->noteOwnWrite(written);
+    return true;
+}
+
+void frmMain::followPackage() {
+    if (!watch_) {
+        watch_ = new PackageWatch(this);
+        // A failed reload is shown like any runtime error of a handler.
+        connect(watch_, &PackageWatch::changedOnDisk, this,
+                [this](const QStringList& names) { RunHandler([&] { onChangedOnDisk(names); }); });
+    }
+    const QString elsewhere = watch_->follow(PackageFolder);
+    if (!elsewhere.isEmpty())
+        MsgBox(this, language_.GetLangString(kOpenElsewhere, elsewhere), MsgButtons::OK,
+               MsgIcon::Information);
+}
+
+void frmMain::packageLoaded() {
+    loadedList_ = listFingerprint();
+}
+
+QStringList frmMain::listFingerprint() const {
+    // Everything a save writes: the order, the titles, the colours and each record's flags.
+    QStringList rows;
+    for (int i = 1; i <= lsvPack_->Count(); ++i) {
+        ReportListItem* row = lsvPack_->ListItems(i);
+        QString line =
+            row->Text() + u'\x1f' + row->SubItems(1) + u'\x1f' + QString::number(row->ForeColor());
+        for (qsizetype r = 0; r < table.AnnouncementCount && r < table.Announcements.size(); ++r) {
+            const AnnouncementRecord& record = table.Announcements[r];
+            if (record.Key == row->Text()) {
+                line += u'\x1f' + QString::number(record.NameVisible) + u'\x1f' +
+                        QString::number(record.AutoPlace);
+                break;
+            }
+        }
+        rows << line;
+    }
+    return rows;
+}
+
+bool frmMain::HasUnsavedChanges() const {
+    return isWindowModified() || listFingerprint() != loadedList_;
+}
+
+MsgResult frmMain::askAboutOutsideChange(const QStringList& names) {
+    return MsgBox(this, language_.GetLangString(kChangedOnDiskQuestion, names.join(u", ")),
+                  MsgButtons::SaveDiscardCancel, MsgIcon::Exclamation, {}, MsgResult::Cancel);
+}
+
+void frmMain::reloadFromDisk(const QStringList& names) {
+    UnloadAudioFiles();
+    lsvPack_->ClearItems();
+    LoadPackage();
+    Panel(1)->setText(language_.GetLangString(kReloadedStatus, names.join(u", ")));
+}
+
+void frmMain::onChangedOnDisk(const QStringList& names) {
+    if (askingAboutChange_)
+        return;
+    // Not while the user works in a dialog, the service editor is open or a load runs.
+    if (!isEnabled() || QApplication::activeModalWidget() || lsvPack_->isHidden()) {
+        QTimer::singleShot(kRetryMs, this, [this] {
+            if (!watch_)
+                return;
+            const QStringList now = watch_->changes();
+            if (!now.isEmpty())
+                RunHandler([&] { onChangedOnDisk(now); });
+        });
+        return;
+    }
+    if (watch_->alreadyShown())
+        return;
+    if (!HasUnsavedChanges()) {
+        reloadFromDisk(names);
+        return;
+    }
+    askingAboutChange_ = true;
+    const MsgResult choice = askAboutOutsideChange(names);
+    askingAboutChange_ = false;
+    if (choice == MsgResult::Discard) {
+        reloadFromDisk(names);
+    } else if (choice == MsgResult::Save) {
+        overwriteConfirmed_ = true;
+        try {
+            cmdSave_Click();
+        } catch (...) {
+            overwriteConfirmed_ = false;
+            throw;
+        }
+        overwriteConfirmed_ = false;
+    } else {
+        watch_->markShown();
+    }
+}
+
+} // namespace tavik

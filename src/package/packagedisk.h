@@ -1,0 +1,43 @@
+#pragma once
+
+#include "util/wholeread.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+namespace tavik {
+
+// One file of a package as it was on disk: its stamp, and for the small files whose bytes the
+// editor takes in whole (the index, service files) a hash of them, so that a file rewritten with
+// the same size within one tick of the clock still counts as changed.
+struct PackageFileState {
+    FileStamp stamp;
+    QByteArray hash;
+
+    bool operator==(const PackageFileState&) const = default;
+};
+
+// The files of a package that the editor shows or writes: the index, the sound files (names
+// beginning with a digit) and the service files, by file name.
+using PackageDiskState = QMap<QString, PackageFileState>;
+
+// Whether `name` is one of the files PackageDiskState follows.
+bool IsFollowedPackageFile(const QString& name);
+
+// The state of the followed files of `packageFolder` now.
+PackageDiskState ReadPackageDiskState(const QString& packageFolder);
+
+// The state of one followed file now (a missing file has a stamp that does not exist).
+PackageFileState ReadPackageFileState(const QString& packageFolder, const QString& name);
+
+// Sets the entries of `names` in `state` to what they are on disk now: the program's own
+// writes, so that they do not look like another program's.
+void RefreshPackageFiles(PackageDiskState& state, const QString& packageFolder,
+                         const QStringList& names);
+
+// The file names that appeared, went or changed between `was` and `now`, sorted.
+QStringList ChangedPackageFiles(const PackageDiskState& was, const PackageDiskState& now);
+
+} // namespace tavik
