@@ -4,12 +4,15 @@
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
 #include "service/servicefile.h"
+#include "support/buildpaths.h"
 #include "support/tempdir.h"
 #include "util/conversions.h"
 #include "util/wholeread.h"
 
 #include <QFile>
+#include <QProcess>
 #include <atomic>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <thread>
@@ -47,8 +50,12 @@ TEST(ChangingIndexFile, RewrittenInPlaceWhileReadEachOpenSeesOneWholeVersionOrRe
     constexpr int kRewrites = 1000;
     std::atomic<bool> done{false};
     std::thread writer([&] {
-        for (int i = 0; i < kRewrites; ++i)
+        // A short breath between rewrites, as a program writing in a loop takes; the rewrite
+        // itself is as abrupt as it gets.
+        for (int i = 0; i < kRewrites; ++i) {
             rewriteInPlace(path, i % 2 ? small : large);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
         done = true;
     });
     int reads = 0;
@@ -75,6 +82,38 @@ TEST(ChangingIndexFile, RewrittenInPlaceWhileReadEachOpenSeesOneWholeVersionOrRe
               << " mixed, 0 signals\n";
     EXPECT_EQ(mixed, 0);
     EXPECT_GT(whole, 0);
+}
+
+TEST(ChangingIndexFile, TheToolDumpsAnIndexRewrittenInPlaceWithoutASignal) {
+    TempDir dir;
+    const QString path = dir.file(QStringLiteral("Package.io"));
+    const QByteArray large = indexWithEntries(3000);
+    const QByteArray small = indexWithEntries(500);
+    rewriteInPlace(path, large);
+    std::atomic<bool> done{false};
+    std::thread writer([&] {
+        for (int i = 0; !done; ++i) {
+            rewriteInPlace(path, i % 2 ? small : large);
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    });
+    constexpr int kRuns = 60;
+    int signals = 0;
+    int whole = 0;
+    for (int run = 0; run < kRuns; ++run) {
+        QProcess dump;
+        dump.start(tavik::test::ToolPath(), {QStringLiteral("dump"), path});
+        dump.waitForFinished(60000);
+        if (dump.exitStatus() == QProcess::CrashExit)
+            ++signals;
+        else if (dump.exitCode() == 0)
+            ++whole;
+    }
+    done = true;
+    writer.join();
+    std::cout << "[ figures ] tavik dump during rewrites in place: " << kRuns << " runs, " << whole
+              << " whole dumps, " << signals << " signals\n";
+    EXPECT_EQ(signals, 0);
 }
 
 TEST(ChangingServiceFile, RewrittenInPlaceWhileReadNeverFaults) {
