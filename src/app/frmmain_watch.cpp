@@ -38,7 +38,7 @@ QSet<QString> frmMain::HeldKeys() const {
 bool frmMain::WriteGuarded(const std::function<QStringList()>& write, bool askFirst) {
     const PackageWriteLock lock(PackageFolder);
     if (askFirst && watch_ && !overwriteConfirmed_) {
-        const QStringList changed = watch_->changes();
+        const QStringList changed = watch_->listChanges();
         if (!changed.isEmpty()) {
             switch (askAboutOutsideChange(changed)) {
             case MsgResult::Discard:
@@ -122,6 +122,14 @@ void frmMain::onChangedOnDisk(const QStringList& names) {
             if (!now.isEmpty())
                 RunHandler([&] { onChangedOnDisk(now); });
         });
+        return;
+    }
+    // Service files are the service editor's (this program's or another's): the list neither
+    // shows nor writes them, so their changes are taken as they are.
+    QStringList listNames = names;
+    listNames.removeIf([](const QString& name) { return IsServiceFileName(name); });
+    if (listNames.isEmpty()) {
+        watch_->noteOwnWrite(names);
         return;
     }
     if (watch_->alreadyShown())

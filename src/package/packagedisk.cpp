@@ -15,10 +15,14 @@ namespace {
 // and are followed by their stamps alone.
 bool hashedByContent(const QString& name) {
     return name.compare(QStringLiteral("Package.io"), Qt::CaseInsensitive) == 0 ||
-           WildcardMatch(QStringLiteral("_*._"), name);
+           IsServiceFileName(name);
 }
 
 } // namespace
+
+bool IsServiceFileName(const QString& name) {
+    return WildcardMatch(QStringLiteral("_*._"), name);
+}
 
 bool IsFollowedPackageFile(const QString& name) {
     if (name.isEmpty())

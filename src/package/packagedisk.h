@@ -23,6 +23,9 @@ struct PackageFileState {
 // beginning with a digit) and the service files, by file name.
 using PackageDiskState = QMap<QString, PackageFileState>;
 
+// Whether `name` is a service file ("_*._"): the main window's list neither shows nor writes one.
+bool IsServiceFileName(const QString& name);
+
 // Whether `name` is one of the files PackageDiskState follows.
 bool IsFollowedPackageFile(const QString& name);
 

@@ -47,6 +47,12 @@ QStringList PackageWatch::changes() const {
     return ChangedPackageFiles(loaded_, ReadPackageDiskState(folder_));
 }
 
+QStringList PackageWatch::listChanges() const {
+    QStringList names = changes();
+    names.removeIf([](const QString& name) { return IsServiceFileName(name); });
+    return names;
+}
+
 void PackageWatch::markShown() {
     shown_ = ReadPackageDiskState(folder_);
 }

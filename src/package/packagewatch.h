@@ -33,8 +33,10 @@ public:
     void markShown();
     // Whether the changes now are the ones already shown.
     bool alreadyShown() const;
-    // Files the window itself just wrote or removed.
+    // Files the window itself just wrote or removed, or changes it has nothing to do with.
     void noteOwnWrite(const QStringList& names);
+    // The changes that concern the list: the index and the sounds, not the service files.
+    QStringList listChanges() const;
 
     // How long the watch waits after the last change before it tells (a writer often touches
     // several files in a row).

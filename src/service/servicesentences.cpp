@@ -1,8 +1,10 @@
 #include "servicesentences.h"
 
 #include "util/conversions.h"
+#include "util/packagelock.h"
 #include "util/runtimeerror.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 namespace tavik {
@@ -114,6 +116,8 @@ void SaveIntoArray(SatzRecord& satz, const QList<TargetRow>& rows, const Announc
 
 void SaveToFile(const QString& path, const ServiceHeader& header, const ServiceSentences& sentences,
                 const QStringList& rowKeys) {
+    // The service file's tail is read and written back: one writer of the package at a time.
+    const PackageWriteLock lock(QFileInfo(path).absolutePath());
     WriteServiceFile(path, ServiceFileBytes(header, sentences.SentencesInOrder(rowKeys)));
 }
 

@@ -155,6 +155,21 @@ TEST(OutsideChanges, WithUnsavedChangesSaveMineWritesTheListOverTheirs) {
     EXPECT_EQ(p.editor.messages.size(), 1u);
 }
 
+TEST(OutsideChanges, AServiceFileWrittenBesideTheListNeitherReloadsNorAsks) {
+    OpenPackage p;
+    p.editor.main->lsvPack()->ListItems(1)->SetSelected(true);
+    QTest::mouseClick(p.editor.main->cmdDown(), Qt::LeftButton);
+    p.editor.root.write(QStringLiteral("Data/Linie1/_000001._"), QByteArray(40, '\0'));
+    QTest::qWait(4 * PackageWatch::kSettleMs);
+    EXPECT_TRUE(p.editor.messages.empty());
+    EXPECT_FALSE(p.reloadedSaid());
+    EXPECT_EQ(p.editor.column(0), (QStringList{"0001", "0000", "0002"}));
+    // Saving the list writes only the index: nothing of the service's to show first.
+    QTest::mouseClick(p.editor.main->cmdSave(), Qt::LeftButton);
+    EXPECT_TRUE(p.editor.messages.empty());
+    EXPECT_EQ(listedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
+}
+
 TEST(OutsideChanges, TheEditorsOwnSaveIsNoOutsideChange) {
     OpenPackage p;
     p.editor.main->lsvPack()->ListItems(1)->SetSelected(true);
