@@ -2,10 +2,12 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QLockFile>
+#include <QThread>
 #include <mutex>
 
 namespace tavik {
@@ -33,6 +35,20 @@ QString canonicalFolder(const QString& folder) {
     if (!parent.isEmpty())
         return parent + QLatin1Char('/') + info.fileName();
     return QDir::cleanPath(info.absoluteFilePath());
+}
+
+// QLockFile's own wait doubles its pauses up to seconds, so a writer among several busy ones
+// would try only a handful of times; short pauses give every writer its turn soon.
+bool tryLockFor(QLockFile& file, int waitMs) {
+    QElapsedTimer waited;
+    waited.start();
+    for (int attempt = 0;; ++attempt) {
+        if (file.tryLock(0))
+            return true;
+        if (waited.elapsed() >= waitMs)
+            return false;
+        QThread::msleep(static_cast<unsigned long>(5 + attempt % 4 * 5));
+    }
 }
 
 } // namespace
@@ -80,7 +96,7 @@ PackageWriteLock::PackageWriteLock(const QString& packageFolder, int waitMs)
     file_ = std::make_unique<QLockFile>(key_);
     // Only a holder that died leaves a lock to take over, however long it was held.
     file_->setStaleLockTime(0);
-    if (!file_->tryLock(waitMs)) {
+    if (!tryLockFor(*file_, waitMs)) {
         QString holder = LockHolder(key_);
         file_.reset();
         throw PackageBusy(packageFolder, holder);
