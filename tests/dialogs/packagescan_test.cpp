@@ -4,7 +4,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <fstream>
 #include <gtest/gtest.h>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 using namespace tavik;
 using tavik::test::TempDir;
@@ -103,3 +109,27 @@ TEST(FolderOfChosenFile, KeepsTheTrailingSeparator) {
 TEST(IndexFileOf, AppendsThePackageIndexFileName) {
     EXPECT_EQ(IndexFileOf("/d/Linie1"), "/d/Linie1" + QString(QDir::separator()) + "Package.io");
 }
+
+#ifdef Q_OS_UNIX
+TEST(ScanPackages, AFolderWhoseNameIsNotUtf8IsLeftOutAndNothingIsMadeUnderAnotherName) {
+    TempDir data;
+    makePackage(data, "Linie1", "Linie 1");
+    // Made by its bytes: a name Qt would read back as another one.
+    const QByteArray raw = QFile::encodeName(data.path()) + "/Paket\xff";
+    ASSERT_EQ(::mkdir(raw.constData(), 0700), 0);
+    {
+        clsZELDB index;
+        index.SaveSetting("INFO", "Name", Variant::fromString("Bytes"));
+        std::ofstream(raw.constData() + std::string("/Package.io"), std::ios::binary)
+            << index.toBytes().toStdString();
+    }
+    const QStringList before = QDir(data.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    clsZELDB store;
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found[0].Name, QStringLiteral("Linie 1"));
+    EXPECT_EQ(QDir(data.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
+    ::unlink((raw + "/Package.io").constData());
+    ::rmdir(raw.constData());
+}
+#endif
