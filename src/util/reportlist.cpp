@@ -7,6 +7,7 @@
 #include <QIcon>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace tavik {
 
@@ -337,6 +338,10 @@ void ReportList::PlaceSorted(ReportListItem* item) {
     item->setSelected(selected);
 }
 
+void ReportList::PlaceAllSorted() {
+    sortItems();
+}
+
 void ReportList::registerKey(ReportListItem* item, const QString& oldKey, const QString& newKey) {
     const QString oldFolded = foldKey(oldKey);
     const QString newFolded = foldKey(newKey);
@@ -400,10 +405,24 @@ void ReportList::sortItems() {
         return;
     QList<QTreeWidgetItem*> selected = selectedItems();
     QTreeWidgetItem* current = currentItem();
-    QList<QTreeWidgetItem*> items = invisibleRootItem()->takeChildren();
-    std::stable_sort(
-        items.begin(), items.end(),
-        [this](const QTreeWidgetItem* a, const QTreeWidgetItem* b) { return before(a, b); });
+    // Each row's text read once, not at every comparison.
+    struct Row {
+        QString text;
+        QTreeWidgetItem* item;
+    };
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(Count()));
+    for (QTreeWidgetItem* item : invisibleRootItem()->takeChildren())
+        rows.push_back({textAt(item, sortKey_), item});
+    const bool ascending = sortOrder_ == lvw::Ascending;
+    std::stable_sort(rows.begin(), rows.end(), [ascending](const Row& a, const Row& b) {
+        const int c = QString::compare(a.text, b.text, Qt::CaseInsensitive);
+        return ascending ? c < 0 : c > 0;
+    });
+    QList<QTreeWidgetItem*> items;
+    items.reserve(static_cast<qsizetype>(rows.size()));
+    for (const Row& row : rows)
+        items.append(row.item);
     addTopLevelItems(items);
     if (current)
         setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);

@@ -6,6 +6,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/fileops.cpp
     util/jsonfields.cpp
     util/modrandom.cpp
+    util/pacer.cpp
     util/placement.cpp
     util/numberinput.cpp
     util/runtimeerror.cpp

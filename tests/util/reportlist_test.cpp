@@ -240,6 +240,42 @@ TEST(ReportList, RowsFilledBeforeTheyArePlacedSortByTheirWholeContentStably) {
     EXPECT_EQ(texts(list), QStringList({"0003", "0000", "0002", "0001", "0004"}));
 }
 
+TEST(ReportList, PlacingAllRowsAtOnceGivesTheOrderOfPlacingEachWhenItIsFilled) {
+    // Titles with many equal ones and case differences, in both orders and on each column.
+    QStringList titles;
+    for (int i = 0; i < 300; ++i)
+        titles << QStringList(
+                      {"Gong", "achtung", "Achtung", "zug", "Gleis 1", "gong"})[(i * 7) % 6] +
+                      (i % 5 == 0 ? QString() : QString::number(i % 3));
+    for (int order : {lvw::Ascending, lvw::Descending}) {
+        for (int column : {0, 1}) {
+            ReportList oneByOne;
+            ReportList atOnce;
+            for (ReportList* list : {&oneByOne, &atOnce}) {
+                list->AddColumn("Key");
+                list->AddColumn("Titel");
+                list->SetSortKey(column);
+                list->SetSortOrder(order);
+                list->SetSorted(true);
+            }
+            for (int i = 0; i < titles.size(); ++i) {
+                const QString key = QStringLiteral("%1").arg(i % 50, 4, 10, QLatin1Char('0'));
+                ReportListItem* row = oneByOne.AddItem(key, {}, oneByOne.Count() + 1);
+                row->SetSubItems(1, titles[i]);
+                oneByOne.PlaceSorted(row);
+                atOnce.AddItem(key, {}, atOnce.Count() + 1)->SetSubItems(1, titles[i]);
+            }
+            atOnce.PlaceAllSorted();
+            EXPECT_EQ(texts(atOnce), texts(oneByOne)) << order << column;
+            EXPECT_EQ(texts(atOnce, 1), texts(oneByOne, 1)) << order << column;
+        }
+    }
+    ThreeRows off;
+    off.list.ListItems(1)->SetText("zzz");
+    off.list.PlaceAllSorted();
+    EXPECT_EQ(texts(off.list), QStringList({"zzz", "b", "c"}));
+}
+
 TEST(ReportList, PlacingARowWhileSortingIsOffLeavesItWhereItIs) {
     ThreeRows f;
     f.list.ListItems(1)->SetText("zzz");
