@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QIcon>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -65,6 +66,27 @@ QString textAt(const QTreeWidgetItem* item, int column) {
 QString foldKey(const QString& key) {
     return key.toCaseFolded();
 }
+
+// No cell shows more characters than its column has pixels, and no column is wider than this.
+constexpr qsizetype kLongestShownText = 32767;
+// Laying out a text costs its whole length even where a few hundred characters show: a cell
+// is drawn from the characters that fit its column, so a 64 KB title draws as fast as a short
+// one and looks the same.
+class ShownTextDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const auto* view = qobject_cast<const QTreeView*>(parent());
+        const qsizetype shown =
+            view ? std::min<qsizetype>(view->columnWidth(index.column()) + 1, kLongestShownText)
+                 : kLongestShownText;
+        if (option->text.size() > shown)
+            option->text.truncate(shown);
+    }
+};
 
 } // namespace
 
@@ -236,6 +258,7 @@ ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
     header()->setSectionsMovable(false);
     setColumnCount(1);
     setHeaderLabels({QString()});
+    setItemDelegate(new ShownTextDelegate(this));
 }
 
 ReportList::~ReportList() {

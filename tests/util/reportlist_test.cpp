@@ -3,6 +3,8 @@
 #include "support/errorof.h"
 #include "util/wincolor.h"
 
+#include <QAbstractItemDelegate>
+#include <QStyleOptionViewItem>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -274,6 +276,23 @@ TEST(ReportList, PlacingAllRowsAtOnceGivesTheOrderOfPlacingEachWhenItIsFilled) {
     off.list.ListItems(1)->SetText("zzz");
     off.list.PlaceAllSorted();
     EXPECT_EQ(texts(off.list), QStringList({"zzz", "b", "c"}));
+}
+
+TEST(ReportList, ACellIsDrawnFromNoMoreCharactersThanItsColumnHasPixels) {
+    ReportList list;
+    list.AddColumn("Key", 1500);
+    list.AddColumn("Titel", 3000);
+    ReportListItem* row = list.AddItem("0000");
+    row->SetSubItems(1, QString(65535, QLatin1Char('T')));
+    // The item keeps its whole text; only what is drawn is cut.
+    EXPECT_EQ(row->SubItems(1).size(), 65535);
+    QStyleOptionViewItem option;
+    option.initFrom(&list);
+    const QModelIndex index = list.model()->index(0, 1);
+    const QSize drawn = list.itemDelegate()->sizeHint(option, index);
+    const int whole = option.fontMetrics.horizontalAdvance(QString(65535, QLatin1Char('T')));
+    EXPECT_LT(drawn.width(), whole / 10);
+    EXPECT_GE(drawn.width(), list.columnWidth(1));
 }
 
 TEST(ReportList, PlacingARowWhileSortingIsOffLeavesItWhereItIs) {
