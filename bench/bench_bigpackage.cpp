@@ -181,6 +181,7 @@ Figures runBare(const QString& folder) {
     tree.resize(640, 480);
     tree.show();
     idle();
+    const double idleMiB = peakMiB();
 
     QElapsedTimer t;
     t.start();
@@ -263,6 +264,7 @@ Figures runBare(const QString& folder) {
     idle();
     f[QStringLiteral("sort")] = t.nsecsElapsed() / 1e6;
     f[QStringLiteral("peak")] = peakMiB();
+    f[QStringLiteral("idle")] = idleMiB;
     return f;
 }
 
@@ -337,6 +339,7 @@ Figures runEditor(const QString& folder) {
     TavikApplication app(argc, argv);
     Editor editor;
     Figures f;
+    f[QStringLiteral("idle")] = peakMiB();
     f[QStringLiteral("load")] = clickOpen(editor, folder);
     f[QStringLiteral("rows")] = editor.window.lsvPack()->Count();
     f[QStringLiteral("peak")] = peakMiB();
@@ -594,10 +597,11 @@ int runParent(int argc, char** argv) {
         "\nTimes in ms (median of the runs), memory as peak resident MiB of the process.\n"
         "Load: click on Open in the open dialog to an idle window; Save: the click on Save\n"
         "(write and reload) to idle; sort: the sort menu's title entry against a plain\n"
-        "QTreeWidget::sortItems of the same rows.\n\n");
-    std::printf("%7s | %9s %9s %6s | %9s %6s | %9s %6s | %8s %8s %6s | %7s %7s %6s\n", "entries",
-                "load", "bare", "ratio", "save", "ratio", "saveSort", "ratio", "sort", "bare",
-                "ratio", "MiB", "bare", "diff");
+        "QTreeWidget::sortItems of the same rows. +load and +bare: what the load added to the\n"
+        "peak of each process over its peak with its window up and empty.\n\n");
+    std::printf("%7s | %9s %9s %6s | %9s %6s | %9s %6s | %8s %8s %6s | %7s %7s %6s | %7s %7s\n",
+                "entries", "load", "bare", "ratio", "save", "ratio", "saveSort", "ratio", "sort",
+                "bare", "ratio", "MiB", "bare", "diff", "+load", "+bare");
     std::map<int, Figures> editors;
     for (int n : sizes) {
         const QString folder = root.filePath(QStringLiteral("Data/Paket%1").arg(n));
@@ -609,13 +613,14 @@ int runParent(int argc, char** argv) {
             return f.count(QLatin1String(k)) ? f.at(QLatin1String(k)) : -1.0;
         };
         std::printf("%7d | %9.1f %9.1f %6s | %9.1f %6s | %9.1f %6s | %8.1f %8.1f %6s | %7.1f %7.1f "
-                    "%+6.1f%s\n",
+                    "%+6.1f | %7.1f %7.1f%s\n",
                     n, v(ed, "load"), v(bare, "load"),
                     qPrintable(ratio(v(ed, "load"), v(bare, "load"))), v(ed, "save"),
                     qPrintable(ratio(v(ed, "save"), v(bare, "load"))), v(ed, "savesorted"),
                     qPrintable(ratio(v(ed, "savesorted"), v(bare, "load"))), v(ed, "sort"),
                     v(bare, "sort"), qPrintable(ratio(v(ed, "sort"), v(bare, "sort"))),
                     v(ed, "peak"), v(bare, "peak"), v(ed, "peak") - v(bare, "peak"),
+                    v(ed, "peak") - v(ed, "idle"), v(bare, "peak") - v(bare, "idle"),
                     v(ed, "rows") == n && v(bare, "rows") == n ? "" : "  ROWS MISSING");
     }
     auto at = [&](int n, const char* k) {
