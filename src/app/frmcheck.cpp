@@ -1,6 +1,7 @@
 #include "frmcheck.h"
 
 #include "app/frmmain.h"
+#include "audio/mcipackagesounds.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/reportlist.h"
@@ -55,7 +56,8 @@ void frmCheck::applyTexts() {
 
 void frmCheck::Refresh() {
     applyTexts();
-    const PackageCheck check = CheckPackage(main_.PackageFolder, MciSoundProber(main_.mci()));
+    MciPackageSounds sounds(main_.mci());
+    const PackageCheck check = CheckPackage(main_.PackageFolder, sounds);
     findings_ = check.findings;
     const Language& lang = main_.language();
     lsvFindings_->ClearItems();

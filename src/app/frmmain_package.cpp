@@ -1,12 +1,13 @@
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "package/packagesettings.h"
-#include "service/packageannouncements.h"
 #include "settings/followlanguage.h"
 #include "settings/language.h"
 #include "util/conversions.h"
 #include "util/msgbox.h"
+#include "util/pacer.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
 
@@ -14,6 +15,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QScopeGuard>
+#include <algorithm>
 
 // Loading the current package into the list and the table, closing its sounds, and writing
 // the list back into the package index.
@@ -42,9 +44,17 @@ void frmMain::LoadPackage() {
         return;
     }
     lsvPack_->hide();
+    // Opening a sound lets events through by itself; here that happens at the load's pace.
+    const bool yieldOnOpen = mci_.YieldOnOpen;
+    mci_.YieldOnOpen = false;
     // A load aborted by a runtime error still leaves a window the user can work with: the
     // list as far as it was filled, the ready panels, no status window.
-    const auto restore = qScopeGuard([this] {
+    const auto restore = qScopeGuard([this, yieldOnOpen] {
+        mci_.YieldOnOpen = yieldOnOpen;
+        // Rows are added at the end and placed by the sort column once all are filled, as if
+        // each were placed when it was complete: what the list shows after a reload is the
+        // saved order, sorted over whole rows.
+        lsvPack_->PlaceAllSorted();
         showReadyState();
         closeStatusWindow();
         lsvPack_->show();
@@ -64,11 +74,21 @@ void frmMain::LoadPackage() {
         Panel(1)->setText(language_.GetLangString(26));
     }
 
+    // The title in the status window, the progress bar and the events in between follow the
+    // rows at most every 50 ms, and show the last row's state at the end.
+    Pacer titlePace(kLoadPaceMs);
+    Pacer eventPace(kLoadPaceMs);
+    QString title;
+    bool titleShown = true;
     bool aliasWarningShown = false;
     AnnouncementLoadHooks hooks;
-    hooks.opening = [this](const AnnouncementRecord& record) {
-        if (status_)
-            status_->ShowSecondLine(record.Title);
+    hooks.opening = [&](const AnnouncementRecord& record) {
+        title = record.Title;
+        titleShown = false;
+        if (status_ && titlePace.due()) {
+            status_->ShowSecondLine(title);
+            titleShown = true;
+        }
     };
     hooks.aliasInUse = [this] {
         MsgBox(this, language_.GetLangString(11), MsgButtons::OK, MsgIcon::Exclamation);
@@ -76,21 +96,25 @@ void frmMain::LoadPackage() {
     hooks.missingFile = [this](const QString& key, const QString& title) {
         MsgBox(this, language_.GetLangString(10, key, title), MsgButtons::OK, MsgIcon::Exclamation);
     };
+    MciPackageSounds sounds(mci_);
     const PackageFileList files(PackageFolder);
+    double titleColumn = -1;
     for (int i = 1; i <= count; ++i) {
         const IndexEntry entry = ReadIndexEntry(PackageIndex, i);
-        lsvPack_->SetColumnWidth(2, i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar
-                                                                 : kTitleColumn);
+        const double width =
+            i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar : kTitleColumn;
+        if (width != titleColumn) {
+            lsvPack_->SetColumnWidth(2, width);
+            titleColumn = width;
+        }
         if (!entry.Title.isEmpty()) {
-            // Added at the end and placed by the sort column once it is filled: what the list
-            // shows after a reload is then the saved order, sorted over whole rows.
             ReportListItem* row = lsvPack_->AddItem(entry.Key, {}, lsvPack_->Count() + 1);
-            // Also when the load is aborted half-way through the row.
-            const auto place = qScopeGuard([this, row] { lsvPack_->PlaceSorted(row); });
+            const QString filePath = files.GetFileName(entry.Key);
             row->SetSubItems(1, entry.Title);
-            row->SetTag(files.GetFileName(entry.Key));
-            row->SetSubItems(2, GetExtension(row->Tag()));
-            LoadAnnouncement(PackageIndex, entry, files, mci_, table, aliasWarningShown, hooks);
+            row->SetTag(filePath);
+            row->SetSubItems(2, GetExtension(filePath));
+            LoadAnnouncement(PackageIndex, entry, filePath, sounds, table, aliasWarningShown,
+                             hooks);
             const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
             if (record.Opened)
                 row->SetSubItems(3, PlayTimeText(record.Length));
@@ -105,8 +129,14 @@ void frmMain::LoadPackage() {
                 row->SetBold(false);
             }
         }
-        prgStatus_->setValue(i);
-        QCoreApplication::processEvents();
+        if (eventPace.due() || i == count) {
+            if (status_ && !titleShown) {
+                status_->ShowSecondLine(title);
+                titleShown = true;
+            }
+            prgStatus_->setValue(i);
+            QCoreApplication::processEvents();
+        }
     }
 
     EnableServicButtons(true);
@@ -119,9 +149,13 @@ void frmMain::UnloadAudioFiles() {
         status_ = new frmStatus(this);
     LocaliseWindow(status_, language_);
     status_->ShowStatus(language_.GetLangString(25));
-    for (qsizetype i = 0; i < table.AnnouncementCount && i < table.Announcements.size(); ++i) {
+    Pacer eventPace(kLoadPaceMs);
+    const qsizetype records =
+        std::min<qsizetype>(table.AnnouncementCount, table.Announcements.size());
+    for (qsizetype i = 0; i < records; ++i) {
         CloseAnnouncementSound(mci_, table.Announcements[i].Key);
-        QCoreApplication::processEvents();
+        if (eventPace.due() || i == records - 1)
+            QCoreApplication::processEvents();
     }
     table.AnnouncementCount = 0;
     closeStatusWindow();

@@ -31,7 +31,9 @@ void frmStatus::ShowStatus(const QString& statusLine) {
 }
 
 void frmStatus::ShowSecondLine(const QString& text) {
-    lblFile_->setText(text);
+    // The line is cut at the window's edge: no more characters can show than the window has
+    // pixels, and laying out a 64 KB title would cost as much as the rest of a load.
+    lblFile_->setText(text.size() > width() ? text.left(width()) : text);
     repaint();
 }
 

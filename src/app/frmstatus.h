@@ -18,7 +18,8 @@ public:
 
     // Shows the window (not modal) with `statusLine` and an empty second line.
     void ShowStatus(const QString& statusLine);
-    // Puts `text` on the second line and repaints at once: the caller is busy.
+    // Puts `text` on the second line, as far as the window can show it, and repaints at once:
+    // the caller is busy.
     void ShowSecondLine(const QString& text);
 
 private:

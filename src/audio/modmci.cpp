@@ -62,7 +62,8 @@ std::int16_t modMCI::MciOpen(QString& path, const QString& alias, const QString&
     const QString ansiPath = fromCp1252(toCp1252(path));
     const auto code = static_cast<std::int16_t>(
         backend_.sendOpen(ansiCommand, {fullPath, ansiPath}, mciCallbackWindow).code);
-    QCoreApplication::processEvents();
+    if (YieldOnOpen)
+        QCoreApplication::processEvents();
     send(QStringLiteral("set ") + alias + QStringLiteral(" time format milliseconds"), 0, 0);
     if (code == 0)
         return -1;

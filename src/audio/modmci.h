@@ -19,6 +19,9 @@ public:
 
     // Open commands name the device type only when this is set.
     bool UseFormat = false;
+    // An open lets pending events through; a caller that opens many sounds in a row turns that
+    // off and lets them through at its own pace.
+    bool YieldOnOpen = true;
     // The window last active when play, stop, close or seek was sent.
     qintptr mciCallbackWindow = 0;
 

@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "audio/systembackend.h"
 #include "service/servicecheck.h"
@@ -57,7 +58,8 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     mci.UseFormat = ReadUseFormat();
     PackageCheck check;
     try {
-        check = CheckPackage(folder, MciSoundProber(mci));
+        MciPackageSounds sounds(mci);
+        check = CheckPackage(folder, sounds);
     } catch (const RuntimeError& e) {
         return failRuntime(err, folder, e);
     }

@@ -1,10 +1,10 @@
 #include "tool.h"
 
+#include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "audio/sequenceplayer.h"
 #include "audio/systembackend.h"
 #include "package/clszeldb.h"
-#include "service/packageannouncements.h"
 #include "service/servicefile.h"
 #include "settings/useformat.h"
 #include "util/apppath.h"

@@ -1,10 +1,10 @@
 #include "tool.h"
 
 #include "audio/emulatorbackend.h"
+#include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "audio/sentencerender.h"
 #include "package/clszeldb.h"
-#include "service/packageannouncements.h"
 #include "service/servicefile.h"
 #include "settings/useformat.h"
 #include "util/fileops.h"

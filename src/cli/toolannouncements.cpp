@@ -1,6 +1,6 @@
 #include "tool.h"
 
-#include "service/packageannouncements.h"
+#include "audio/mcipackagesounds.h"
 
 #include <QFileInfo>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <cstdint>
@@ -24,6 +25,17 @@ struct AnnouncementRecord {
 struct AnnouncementTable {
     QList<AnnouncementRecord> Announcements;
     std::int16_t AnnouncementCount = 0;
+
+    // Where FindAnnouncementByKey finds each key of the records in use, made at its first
+    // search after the records changed in number or place. A record's key is written only by
+    // a load, which changes the count.
+    struct KeyIndex {
+        const AnnouncementRecord* records = nullptr;
+        qsizetype size = -1;
+        std::int16_t count = -1;
+        QHash<QString, std::int32_t> first;
+    };
+    mutable KeyIndex keyIndex;
 };
 
 // The index of the first record whose key equals `key` exactly, searching records 0 to

@@ -5,6 +5,7 @@
 #include "util/fileops.h"
 #include "util/wholeread.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace tavik {
@@ -13,6 +14,18 @@ namespace {
 
 bool inUse(std::int16_t flag) {
     return flag != 0;
+}
+
+// How many slots of an array a scan up to `count` can read before the subscript error.
+template <typename T> qint64 readableSlots(const SlotArray<T>& slots, qint64 count) {
+    return std::min(count, slots.allocated() ? slots.size() : qint64{0});
+}
+
+// A scan that ends without a match has read every slot up to `count`: past the array's end
+// that is the runtime's subscript error.
+template <typename T> void scanToEnd(const SlotArray<T>& slots, qint64 count) {
+    if (readableSlots(slots, count) < count)
+        throw RuntimeError(rt::SubscriptOutOfRange);
 }
 
 } // namespace
@@ -39,6 +52,7 @@ bool clsZELDB::OpenIOFile(const QString& path) {
 
 bool clsZELDB::openBytes(const uchar* data, qint64 size) {
     keys_.reset(1);
+    dropLookups();
     HeaderText1.clear();
     HeaderText2.clear();
     HeaderText3.clear();
@@ -119,6 +133,20 @@ bool clsZELDB::DeleteItem(const QString& key, const QString& item) {
             slot.InUse = 0;
             slot.Name.clear();
             slot.Value = Variant::fromString(QString());
+            if (ItemLookup* lookup = itemLookup(k)) {
+                // A later slot of the same name, if any, is now the first.
+                lookup->first.remove(item);
+                const ZeldbKey& record = keys_.get(k);
+                const qint64 slots = readableSlots(record.Items, record.ItemCount);
+                for (qint64 j = i + 1; j < slots; ++j) {
+                    const ZeldbItem& later = record.Items.get(j);
+                    if (inUse(later.InUse) && later.Name == item) {
+                        lookup->first.insert(item, static_cast<std::int16_t>(j));
+                        break;
+                    }
+                }
+                lookup->noFreeBelow = std::min(lookup->noFreeBelow, i);
+            }
         }
     }
     return false;
@@ -165,6 +193,12 @@ std::int16_t clsZELDB::AddItem(std::int16_t keyIndex, const QString& item) {
     record.Name = item;
     if (slot == count)
         key.ItemCount = addInteger(count, 1);
+    // Added only where no slot of that name is in use, so this slot is now the first one.
+    if (ItemLookup* lookup = itemLookup(keyIndex)) {
+        lookup->first.insert(item, slot);
+        if (lookup->noFreeBelow == slot)
+            ++lookup->noFreeBelow;
+    }
     return slot;
 }
 
@@ -173,10 +207,16 @@ std::int16_t clsZELDB::FindFreeItemSlot(const QString& key) {
     if (k == -1)
         return -1;
     const ZeldbKey& record = keys_.get(k);
-    for (std::int16_t i = 0; i < record.ItemCount; ++i) {
-        if (!inUse(record.Items.get(i).InUse))
+    ItemLookup* lookup = itemLookup(k);
+    for (std::int16_t i = lookup ? lookup->noFreeBelow : 0; i < record.ItemCount; ++i) {
+        if (!inUse(record.Items.get(i).InUse)) {
+            if (lookup)
+                lookup->noFreeBelow = i;
             return i;
+        }
     }
+    if (lookup)
+        lookup->noFreeBelow = std::max<std::int16_t>(record.ItemCount, 0);
     return record.ItemCount;
 }
 
@@ -185,6 +225,13 @@ std::int16_t clsZELDB::FindItem(const QString& key, const QString& item) {
     if (k == -1)
         return -1;
     const ZeldbKey& record = keys_.get(k);
+    if (ItemLookup* lookup = itemLookup(k)) {
+        const auto it = lookup->first.constFind(item);
+        if (it != lookup->first.constEnd())
+            return *it;
+        scanToEnd(record.Items, record.ItemCount);
+        return -1;
+    }
     for (std::int16_t i = 0; i < record.ItemCount; ++i) {
         const ZeldbItem& slot = record.Items.get(i);
         if (inUse(slot.InUse) && slot.Name == item)
@@ -203,24 +250,71 @@ std::int16_t clsZELDB::AddKey(const QString& key) {
     record.Name = key;
     if (slot == count)
         header_.KeyCount = addInteger(count, 1);
+    // Added only where no slot of that name is in use; a key slot never becomes free again.
+    if (keyLookupBuilt_)
+        keyLookup_.insert(key, slot);
+    noFreeKeyBelow_ = static_cast<std::int16_t>(slot + 1);
     return slot;
 }
 
 std::int16_t clsZELDB::FindFreeKeySlot() {
-    for (std::int16_t i = 0; i < header_.KeyCount; ++i) {
-        if (!inUse(keys_.get(i).InUse))
+    // Key slots are never freed, so none below the last one found can be free.
+    for (std::int16_t i = noFreeKeyBelow_; i < header_.KeyCount; ++i) {
+        if (!inUse(keys_.get(i).InUse)) {
+            noFreeKeyBelow_ = i;
             return i;
+        }
     }
+    noFreeKeyBelow_ = std::max<std::int16_t>(header_.KeyCount, 0);
     return header_.KeyCount;
 }
 
 std::int16_t clsZELDB::FindKey(const QString& key) {
-    for (std::int16_t i = 0; i < header_.KeyCount; ++i) {
-        const ZeldbKey& record = keys_.get(i);
-        if (inUse(record.InUse) && record.Name == key)
-            return i;
-    }
+    const QHash<QString, std::int16_t>& lookup = keyLookup();
+    const auto it = lookup.constFind(key);
+    if (it != lookup.constEnd())
+        return *it;
+    scanToEnd(keys_, header_.KeyCount);
     return -1;
+}
+
+void clsZELDB::dropLookups() {
+    keyLookup_.clear();
+    keyLookupBuilt_ = false;
+    noFreeKeyBelow_ = 0;
+    itemLookups_.clear();
+}
+
+const QHash<QString, std::int16_t>& clsZELDB::keyLookup() {
+    if (!keyLookupBuilt_) {
+        const qint64 slots = readableSlots(keys_, header_.KeyCount);
+        keyLookup_.reserve(slots);
+        for (qint64 i = 0; i < slots; ++i) {
+            const ZeldbKey& record = keys_.get(i);
+            if (inUse(record.InUse) && !keyLookup_.contains(record.Name))
+                keyLookup_.insert(record.Name, static_cast<std::int16_t>(i));
+        }
+        keyLookupBuilt_ = true;
+    }
+    return keyLookup_;
+}
+
+clsZELDB::ItemLookup* clsZELDB::itemLookup(std::int16_t keyIndex) {
+    const auto found = itemLookups_.find(keyIndex);
+    if (found != itemLookups_.end())
+        return &found.value();
+    const ZeldbKey& record = keys_.get(keyIndex);
+    if (record.ItemCount < kHashedItems)
+        return nullptr;
+    ItemLookup& lookup = itemLookups_[keyIndex];
+    const qint64 slots = readableSlots(record.Items, record.ItemCount);
+    lookup.first.reserve(slots);
+    for (qint64 i = 0; i < slots; ++i) {
+        const ZeldbItem& slot = record.Items.get(i);
+        if (inUse(slot.InUse) && !lookup.first.contains(slot.Name))
+            lookup.first.insert(slot.Name, static_cast<std::int16_t>(i));
+    }
+    return &lookup;
 }
 
 bool clsZELDB::FileExists(const QString& path) {

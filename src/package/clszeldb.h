@@ -2,6 +2,7 @@
 
 #include "package/zeldbrecords.h"
 
+#include <QHash>
 #include <QString>
 #include <cstdint>
 
@@ -48,9 +49,27 @@ private:
     std::int16_t FindKey(const QString& key);
     bool FileExists(const QString& path);
 
+    // Names are found through hashes instead of scans, with the scans' answers: the first slot
+    // in use of that name, and the subscript error where a scan would run past its array.
+    // Built on first use after a load and kept up to date by every change; they never touch
+    // the slots, so every byte of the file stays as it was.
+    struct ItemLookup {
+        QHash<QString, std::int16_t> first;
+        std::int16_t noFreeBelow = 0;
+    };
+    // Keys with fewer items are scanned: their hash would cost more than it saves.
+    static constexpr std::int16_t kHashedItems = 16;
+    void dropLookups();
+    const QHash<QString, std::int16_t>& keyLookup();
+    ItemLookup* itemLookup(std::int16_t keyIndex);
+
     ZeldbHeader header_;
     SlotArray<ZeldbKey> keys_;
     ZeldbReadReport lastRead_;
+    QHash<QString, std::int16_t> keyLookup_;
+    bool keyLookupBuilt_ = false;
+    std::int16_t noFreeKeyBelow_ = 0;
+    QHash<std::int16_t, ItemLookup> itemLookups_;
 };
 
 } // namespace tavik

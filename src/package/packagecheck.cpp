@@ -1,6 +1,5 @@
 #include "packagecheck.h"
 
-#include "audio/modmci.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
 #include "util/apppath.h"
@@ -114,8 +113,8 @@ private:
 
 class IndexChecker {
 public:
-    IndexChecker(QString folder, const SoundProber& probe)
-        : folder_(NativePath(folder)), probe_(probe), files_(folder_) {}
+    IndexChecker(QString folder, PackageSounds& sounds)
+        : folder_(NativePath(folder)), sounds_(sounds), files_(folder_) {}
 
     IndexCheck run();
 
@@ -145,7 +144,7 @@ private:
                    const QString& key = {});
 
     QString folder_;
-    const SoundProber& probe_;
+    PackageSounds& sounds_;
     PackageFileList files_;
     clsZELDB store_;
     std::unique_ptr<StoreLookup> lookup_;
@@ -331,21 +330,24 @@ void IndexChecker::checkSound(int position, const IndexEntry& entry) {
             entry.Key);
     } else {
         const QString extension = GetExtension(path);
-        const QString deviceType = IndentifyFormat(extension);
+        const QString deviceType = sounds_.DeviceType(extension);
         if (deviceType.isEmpty()) {
             add(Severity::Error, FindingKind::SoundFormatUnlisted, name,
                 QStringLiteral("\"%1\"").arg(extension), position, entry.Key);
         } else {
-            const SoundProbe probe = probe_(path, deviceType);
-            if (!probe.opened) {
+            const QString alias = QStringLiteral("tavik_check");
+            const std::int16_t code = sounds_.Open(path, alias, deviceType);
+            const std::int32_t length = code == -1 ? sounds_.Length(alias) : 0;
+            sounds_.Close(alias);
+            if (code != -1) {
                 add(Severity::Error, FindingKind::SoundUnreadable, name,
-                    QStringLiteral("media error %1").arg(probe.error), position, entry.Key);
+                    QStringLiteral("media error %1").arg(code), position, entry.Key);
             } else {
-                announcement.Length = probe.length;
+                announcement.Length = length;
                 announcement.Measured = true;
-                if (probe.length <= 0)
+                if (length <= 0)
                     add(Severity::Warning, FindingKind::SoundSilent, name,
-                        QStringLiteral("%1 ms").arg(probe.length), position, entry.Key);
+                        QStringLiteral("%1 ms").arg(length), position, entry.Key);
             }
         }
     }
@@ -405,8 +407,8 @@ void IndexChecker::checkText(const QString& file, const QString& value, int posi
 
 } // namespace
 
-IndexCheck CheckPackageIndex(const QString& packageFolder, const SoundProber& probe) {
-    return IndexChecker(packageFolder, probe).run();
+IndexCheck CheckPackageIndex(const QString& packageFolder, PackageSounds& sounds) {
+    return IndexChecker(packageFolder, sounds).run();
 }
 
 QString CodePageProblem(const QString& text) {

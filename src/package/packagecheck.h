@@ -1,22 +1,13 @@
 #pragma once
 
 #include "package/packagefinding.h"
+#include "package/packagesounds.h"
 
 #include <QList>
 #include <QString>
 #include <cstdint>
-#include <functional>
 
 namespace tavik {
-
-// What opening a sound the way the editor opens it gave.
-struct SoundProbe {
-    bool opened = false;
-    int error = 0;           // the media error when it did not open
-    std::int32_t length = 0; // milliseconds
-};
-// Opens `path` with the media device type `deviceType`, measures it and closes it again.
-using SoundProber = std::function<SoundProbe(const QString& path, const QString& deviceType)>;
 
 // An announcement as a load would enter it in the table: services are checked against these.
 struct CheckedAnnouncement {
@@ -35,8 +26,9 @@ struct IndexCheck {
 };
 
 // Checks what a load of the package folder would meet: the index file, its entries, keys,
-// settings and texts, every announcement's sound, the files no entry names and links.
-IndexCheck CheckPackageIndex(const QString& packageFolder, const SoundProber& probe);
+// settings and texts, every announcement's sound, the files no entry names and links. Each
+// sound is opened through `sounds` under an alias of the check's own, measured and closed.
+IndexCheck CheckPackageIndex(const QString& packageFolder, PackageSounds& sounds);
 
 // Why a text read from a package is not what its author wrote in code page 1252: a byte the
 // code page leaves undefined, or non-ASCII text that is really UTF-8. "" when neither.

@@ -1,5 +1,6 @@
 list(APPEND TAVIK_CORE_SOURCES
     package/packagecheck.cpp
+    package/packageannouncements.cpp
     package/packagefinding.cpp
     package/announcementrecord.cpp
     package/clszeldb.cpp

@@ -1,6 +1,5 @@
 #include "servicecheck.h"
 
-#include "audio/modmci.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
 #include "util/apppath.h"
@@ -138,8 +137,8 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
     return out;
 }
 
-PackageCheck CheckPackage(const QString& packageFolder, const SoundProber& probe) {
-    const IndexCheck index = CheckPackageIndex(packageFolder, probe);
+PackageCheck CheckPackage(const QString& packageFolder, PackageSounds& sounds) {
+    const IndexCheck index = CheckPackageIndex(packageFolder, sounds);
     PackageCheck result;
     result.readable = index.readable;
     result.findings = index.findings;
@@ -152,22 +151,6 @@ PackageCheck CheckPackage(const QString& packageFolder, const SoundProber& probe
                                                 index.announcements);
     }
     return result;
-}
-
-SoundProber MciSoundProber(modMCI& mci) {
-    return [&mci](const QString& path, const QString& deviceType) {
-        const QString alias = QStringLiteral("tavik_check");
-        QString shortPath = path;
-        SoundProbe probe;
-        const std::int16_t code = mci.MciOpen(shortPath, alias, deviceType);
-        probe.opened = code == -1;
-        if (probe.opened)
-            probe.length = mci.MciGetLength(alias);
-        else
-            probe.error = code;
-        mci.MciClose(alias);
-        return probe;
-    };
 }
 
 } // namespace tavik

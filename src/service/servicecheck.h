@@ -4,8 +4,6 @@
 
 namespace tavik {
 
-class modMCI;
-
 // The findings of one service file of a package, against the announcements a load enters.
 QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnouncement>& table);
 
@@ -17,9 +15,6 @@ struct PackageCheck {
 
 // Everything that would make the editor or the add-on trip over the package or hide part of
 // it: the index and its sounds, then every service file ("*._") in the folder.
-PackageCheck CheckPackage(const QString& packageFolder, const SoundProber& probe);
-
-// Opens sounds through `mci` under an alias of its own, as the editor's load opens them.
-SoundProber MciSoundProber(modMCI& mci);
+PackageCheck CheckPackage(const QString& packageFolder, PackageSounds& sounds);
 
 } // namespace tavik

@@ -1,7 +1,6 @@
 list(APPEND TAVIK_CORE_SOURCES
     service/servicecheck.cpp
     service/autoplace.cpp
-    service/packageannouncements.cpp
     service/serviceeditorrules.cpp
     service/servicefile.cpp
     service/servicefiles.cpp

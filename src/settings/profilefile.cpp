@@ -105,6 +105,13 @@ QString profilePath(const QString& file) {
 
 QString readProfileString(const QString& file, const QString& section, const QString& key,
                           const QString& defaultText, qsizetype bufferSize) {
+    // A folder does not open as a file: it reads as missing.
+    return readProfileStringIn(loadProfileText(profilePath(file)), section, key, defaultText,
+                               bufferSize);
+}
+
+QString readProfileStringIn(const std::optional<ProfileText>& profile, const QString& section,
+                            const QString& key, const QString& defaultText, qsizetype bufferSize) {
     if (bufferSize <= 0)
         return {};
     // The default loses its trailing spaces (tabs stay), as the system's reader does.
@@ -114,13 +121,10 @@ QString readProfileString(const QString& file, const QString& section, const QSt
     const QString wantedSection = ansiText(section);
     const QString wantedKey = ansiText(key);
     // An empty section or key name finds nothing (the system returns the default).
-    if (!trimBlanks(wantedSection).isEmpty() && !trimBlanks(wantedKey).isEmpty()) {
-        // A folder does not open as a file: it reads as missing.
-        if (const std::optional<ProfileText> profile = loadProfileText(profilePath(file))) {
-            const KeyLocation loc = findKey(linesOf(*profile), wantedSection, wantedKey);
-            if (loc.keyFound && loc.hasValue)
-                result = ansiText(unquote(cutAtNul(loc.value)).toString());
-        }
+    if (profile && !trimBlanks(wantedSection).isEmpty() && !trimBlanks(wantedKey).isEmpty()) {
+        const KeyLocation loc = findKey(linesOf(*profile), wantedSection, wantedKey);
+        if (loc.keyFound && loc.hasValue)
+            result = ansiText(unquote(cutAtNul(loc.value)).toString());
     }
     result.truncate(bufferSize - 1);
     return result;

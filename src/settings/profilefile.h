@@ -45,6 +45,11 @@ QString readProfileString(const QString& file, const QString& section, const QSt
 // WritePrivateProfileStringA: stores `value` under `key`, or deletes the key's line when
 // `value` is empty (no value, not an empty text). Returns error::None or the system's error
 // code for the failure.
+// readProfileString over a file's text read earlier (nothing: the file was missing), for a
+// caller that asks one file many questions.
+QString readProfileStringIn(const std::optional<ProfileText>& profile, const QString& section,
+                            const QString& key, const QString& defaultText, qsizetype bufferSize);
+
 std::uint32_t writeProfileString(const QString& file, const QString& section, const QString& key,
                                  const std::optional<QString>& value);
 

@@ -1,5 +1,6 @@
 # The settings module: profile files, language files and their dialogs.
 list(APPEND TAVIK_CORE_SOURCES
+    settings/formatsfile.cpp
     settings/langtexts.cpp
     settings/language.cpp
     settings/modini.cpp

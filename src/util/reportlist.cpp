@@ -5,8 +5,10 @@
 
 #include <QHeaderView>
 #include <QIcon>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace tavik {
 
@@ -64,6 +66,27 @@ QString textAt(const QTreeWidgetItem* item, int column) {
 QString foldKey(const QString& key) {
     return key.toCaseFolded();
 }
+
+// No cell shows more characters than its column has pixels, and no column is wider than this.
+constexpr qsizetype kLongestShownText = 32767;
+// Laying out a text costs its whole length even where a few hundred characters show: a cell
+// is drawn from the characters that fit its column, so a 64 KB title draws as fast as a short
+// one and looks the same.
+class ShownTextDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const auto* view = qobject_cast<const QTreeView*>(parent());
+        const qsizetype shown =
+            view ? std::min<qsizetype>(view->columnWidth(index.column()) + 1, kLongestShownText)
+                 : kLongestShownText;
+        if (option->text.size() > shown)
+            option->text.truncate(shown);
+    }
+};
 
 } // namespace
 
@@ -235,6 +258,7 @@ ReportList::ReportList(QWidget* parent) : QTreeWidget(parent) {
     header()->setSectionsMovable(false);
     setColumnCount(1);
     setHeaderLabels({QString()});
+    setItemDelegate(new ShownTextDelegate(this));
 }
 
 ReportList::~ReportList() {
@@ -337,6 +361,10 @@ void ReportList::PlaceSorted(ReportListItem* item) {
     item->setSelected(selected);
 }
 
+void ReportList::PlaceAllSorted() {
+    sortItems();
+}
+
 void ReportList::registerKey(ReportListItem* item, const QString& oldKey, const QString& newKey) {
     const QString oldFolded = foldKey(oldKey);
     const QString newFolded = foldKey(newKey);
@@ -400,10 +428,24 @@ void ReportList::sortItems() {
         return;
     QList<QTreeWidgetItem*> selected = selectedItems();
     QTreeWidgetItem* current = currentItem();
-    QList<QTreeWidgetItem*> items = invisibleRootItem()->takeChildren();
-    std::stable_sort(
-        items.begin(), items.end(),
-        [this](const QTreeWidgetItem* a, const QTreeWidgetItem* b) { return before(a, b); });
+    // Each row's text read once, not at every comparison.
+    struct Row {
+        QString text;
+        QTreeWidgetItem* item;
+    };
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(Count()));
+    for (QTreeWidgetItem* item : invisibleRootItem()->takeChildren())
+        rows.push_back({textAt(item, sortKey_), item});
+    const bool ascending = sortOrder_ == lvw::Ascending;
+    std::stable_sort(rows.begin(), rows.end(), [ascending](const Row& a, const Row& b) {
+        const int c = QString::compare(a.text, b.text, Qt::CaseInsensitive);
+        return ascending ? c < 0 : c > 0;
+    });
+    QList<QTreeWidgetItem*> items;
+    items.reserve(static_cast<qsizetype>(rows.size()));
+    for (const Row& row : rows)
+        items.append(row.item);
     addTopLevelItems(items);
     if (current)
         setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);

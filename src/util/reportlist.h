@@ -128,6 +128,9 @@ public:
     // content, and rows placed in the order they were added keep that order among equals.
     // Nothing happens while sorting is off.
     void PlaceSorted(ReportListItem* item);
+    // Places every row as PlaceSorted would place each one in list order, in one pass: rows
+    // that compare equal keep their order. Nothing happens while sorting is off.
+    void PlaceAllSorted();
 
     // The sort column: 0 is the item text, n the n-th sub-item.
     int SortKey() const { return sortKey_; }

@@ -8,6 +8,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/packagelock.cpp
     util/jsonfields.cpp
     util/modrandom.cpp
+    util/pacer.cpp
     util/placement.cpp
     util/numberinput.cpp
     util/runtimeerror.cpp

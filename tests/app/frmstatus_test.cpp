@@ -38,6 +38,17 @@ TEST(FrmStatus, SecondLineShowsTheItemAtHand) {
     EXPECT_TRUE(status.lblFile()->text().isEmpty());
 }
 
+TEST(FrmStatus, ASecondLineLongerThanTheWindowIsCutToWhatCanShow) {
+    QWidget owner;
+    frmStatus status(&owner);
+    status.ShowStatus("Laden");
+    const QString title = QString(65535, QLatin1Char('T'));
+    status.ShowSecondLine(title);
+    EXPECT_EQ(status.lblFile()->text(), title.left(status.width()));
+    status.ShowSecondLine(QString(status.width(), QLatin1Char('x')));
+    EXPECT_EQ(status.lblFile()->text(), QString(status.width(), QLatin1Char('x')));
+}
+
 TEST(FrmStatus, DeletedWithItsOwner) {
     auto* owner = new QWidget;
     QPointer<frmStatus> status(new frmStatus(owner));

@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_TESTS
     app/install_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
+    app/frmmain_load_test.cpp
     app/frmmain_sortsave_test.cpp
     app/frmcheck_test.cpp
     app/frmmain_test.cpp

@@ -37,3 +37,38 @@ TEST(FindAnnouncementByKey, AKeyNotInAFullTableRaisesTheSubscriptError) {
     EXPECT_EQ(errorOf([&] { FindAnnouncementByKey(table({}, 0), "0000"); }),
               rt::SubscriptOutOfRange);
 }
+
+TEST(FindAnnouncementByKey, AnswersForTheRecordsAsTheyAreAfterALoadWroteThemAgain) {
+    AnnouncementTable t = table({"0000", "0001", "0002"}, 3);
+    EXPECT_EQ(FindAnnouncementByKey(t, "0002"), 2);
+    // A second load writes other keys from index 0 and counts anew.
+    t.Announcements[0].Key = "0002";
+    t.AnnouncementCount = 1;
+    EXPECT_EQ(FindAnnouncementByKey(t, "0002"), 0);
+    EXPECT_EQ(FindAnnouncementByKey(t, "0001"), 1); // the one record past the count
+    EXPECT_EQ(FindAnnouncementByKey(t, "0000"), -1);
+    t.Announcements.append({"0009", {}, "0009", 0, true, -1, 0, false});
+    t.AnnouncementCount = 4;
+    EXPECT_EQ(FindAnnouncementByKey(t, "0009"), 3);
+    EXPECT_EQ(errorOf([&] { FindAnnouncementByKey(t, "0000"); }), rt::SubscriptOutOfRange);
+    // A copy answers for its own records.
+    AnnouncementTable copy = t;
+    copy.Announcements[3].Key = "0010";
+    copy.AnnouncementCount = 3;
+    EXPECT_EQ(FindAnnouncementByKey(copy, "0010"), 3);
+    EXPECT_EQ(FindAnnouncementByKey(t, "0009"), 3);
+}
+
+TEST(FindAnnouncementByKey, ANegativeCountSearchesNothing) {
+    const AnnouncementTable t = table({"0000"}, -1);
+    EXPECT_EQ(FindAnnouncementByKey(t, "0000"), -1);
+}
+
+TEST(FindAnnouncementByKey, FindsEachOfThousandsOfRecordsAtItsFirstIndex) {
+    QStringList keys;
+    for (int i = 0; i < 5000; ++i)
+        keys << QString::number(i % 4000);
+    const AnnouncementTable t = table(keys, 5000);
+    for (int i = 0; i < 5000; ++i)
+        ASSERT_EQ(FindAnnouncementByKey(t, keys[i]), i % 4000);
+}

@@ -1,6 +1,9 @@
 list(APPEND TAVIK_CORE_TESTS
     package/announcementrecord_test.cpp
+    package/packageannouncements_test.cpp
+    package/packagecheck_sounds_test.cpp
     package/clszeldb_test.cpp
+    package/clszeldb_lookup_test.cpp
     package/demopackage_test.cpp
     package/zeldb_hostile_test.cpp
     package/packagefolder_test.cpp

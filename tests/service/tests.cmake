@@ -5,7 +5,6 @@ list(APPEND TAVIK_CORE_TESTS
     service/servicefiles_test.cpp
     service/servicesentences_test.cpp
     service/service_hostile_test.cpp
-    service/packageannouncements_test.cpp
     service/service_tool_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/service_input.cpp
 )

@@ -1,5 +1,6 @@
 # Tests of the settings module.
 list(APPEND TAVIK_CORE_TESTS
+    settings/formatsfile_test.cpp
     settings/formatsini_test.cpp
     settings/language_hostile_test.cpp
     settings/language_test.cpp

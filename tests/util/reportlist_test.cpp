@@ -3,6 +3,8 @@
 #include "support/errorof.h"
 #include "util/wincolor.h"
 
+#include <QAbstractItemDelegate>
+#include <QStyleOptionViewItem>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -238,6 +240,59 @@ TEST(ReportList, RowsFilledBeforeTheyArePlacedSortByTheirWholeContentStably) {
         list.PlaceSorted(row);
     }
     EXPECT_EQ(texts(list), QStringList({"0003", "0000", "0002", "0001", "0004"}));
+}
+
+TEST(ReportList, PlacingAllRowsAtOnceGivesTheOrderOfPlacingEachWhenItIsFilled) {
+    // Titles with many equal ones and case differences, in both orders and on each column.
+    QStringList titles;
+    for (int i = 0; i < 300; ++i)
+        titles << QStringList(
+                      {"Gong", "achtung", "Achtung", "zug", "Gleis 1", "gong"})[(i * 7) % 6] +
+                      (i % 5 == 0 ? QString() : QString::number(i % 3));
+    for (int order : {lvw::Ascending, lvw::Descending}) {
+        for (int column : {0, 1}) {
+            ReportList oneByOne;
+            ReportList atOnce;
+            for (ReportList* list : {&oneByOne, &atOnce}) {
+                list->AddColumn("Key");
+                list->AddColumn("Titel");
+                list->SetSortKey(column);
+                list->SetSortOrder(order);
+                list->SetSorted(true);
+            }
+            for (int i = 0; i < titles.size(); ++i) {
+                const QString key = QStringLiteral("%1").arg(i % 50, 4, 10, QLatin1Char('0'));
+                ReportListItem* row = oneByOne.AddItem(key, {}, oneByOne.Count() + 1);
+                row->SetSubItems(1, titles[i]);
+                oneByOne.PlaceSorted(row);
+                atOnce.AddItem(key, {}, atOnce.Count() + 1)->SetSubItems(1, titles[i]);
+            }
+            atOnce.PlaceAllSorted();
+            EXPECT_EQ(texts(atOnce), texts(oneByOne)) << order << column;
+            EXPECT_EQ(texts(atOnce, 1), texts(oneByOne, 1)) << order << column;
+        }
+    }
+    ThreeRows off;
+    off.list.ListItems(1)->SetText("zzz");
+    off.list.PlaceAllSorted();
+    EXPECT_EQ(texts(off.list), QStringList({"zzz", "b", "c"}));
+}
+
+TEST(ReportList, ACellIsDrawnFromNoMoreCharactersThanItsColumnHasPixels) {
+    ReportList list;
+    list.AddColumn("Key", 1500);
+    list.AddColumn("Titel", 3000);
+    ReportListItem* row = list.AddItem("0000");
+    row->SetSubItems(1, QString(65535, QLatin1Char('T')));
+    // The item keeps its whole text; only what is drawn is cut.
+    EXPECT_EQ(row->SubItems(1).size(), 65535);
+    QStyleOptionViewItem option;
+    option.initFrom(&list);
+    const QModelIndex index = list.model()->index(0, 1);
+    const QSize drawn = list.itemDelegate()->sizeHint(option, index);
+    const int whole = option.fontMetrics.horizontalAdvance(QString(65535, QLatin1Char('T')));
+    EXPECT_LT(drawn.width(), whole / 10);
+    EXPECT_GE(drawn.width(), list.columnWidth(1));
 }
 
 TEST(ReportList, PlacingARowWhileSortingIsOffLeavesItWhereItIs) {

@@ -1,7 +1,5 @@
 #include "packageannouncements.h"
 
-#include "audio/mcierrors.h"
-#include "package/packagefolder.h"
 #include "package/packagesettings.h"
 #include "util/conversions.h"
 
@@ -17,8 +15,8 @@ constexpr int kOpenAttempts = 2;
 
 } // namespace
 
-void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFileList& files,
-                      modMCI& mci, AnnouncementTable& table, bool& aliasWarningShown,
+void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& filePath,
+                      PackageSounds& sounds, AnnouncementTable& table, bool& aliasWarningShown,
                       const AnnouncementLoadHooks& hooks) {
     const AnnouncementSettings settings = ReadAnnouncementSettings(store, entry.Key);
     if (table.Announcements.size() <= table.AnnouncementCount)
@@ -26,7 +24,7 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFil
     AnnouncementRecord& record = table.Announcements[table.AnnouncementCount];
     record = AnnouncementRecord{};
     record.Title = entry.Title;
-    record.FilePath = files.GetFileName(entry.Key);
+    record.FilePath = filePath;
     record.Key = entry.Key;
     record.NameVisible = settings.NameVisible;
     record.AutoPlace = settings.AutoPlace;
@@ -34,24 +32,23 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFil
     if (hooks.opening)
         hooks.opening(record);
     if (!record.FilePath.isEmpty() && QFileInfo::exists(record.FilePath)) {
-        const QString format = IndentifyFormat(GetExtension(record.FilePath));
+        const QString format = sounds.DeviceType(GetExtension(record.FilePath));
         bool opened = false;
         for (int attempt = 0; !format.isEmpty() && attempt < kOpenAttempts; ++attempt) {
-            QString path = record.FilePath;
-            const std::int16_t result = mci.MciOpen(path, record.Key, format);
+            const std::int16_t result = sounds.Open(record.FilePath, record.Key, format);
             if (result == -1) {
                 opened = true;
                 break;
             }
-            if (result != mci::DuplicateAlias)
+            if (result != kAliasAlreadyOpen)
                 break;
             if (!aliasWarningShown && hooks.aliasInUse)
                 hooks.aliasInUse();
             aliasWarningShown = true;
-            mci.MciClose(record.Key);
+            sounds.Close(record.Key);
         }
         if (opened) {
-            record.Length = mci.MciGetLength(record.Key);
+            record.Length = sounds.Length(record.Key);
             record.Opened = true;
         }
     } else {
@@ -64,22 +61,23 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const PackageFil
         hooks.progress();
 }
 
-void LoadAnnouncementTable(clsZELDB& store, const QString& packageFolder, modMCI& mci,
+void LoadAnnouncementTable(clsZELDB& store, const QString& packageFolder, PackageSounds& sounds,
                            AnnouncementTable& table, const AnnouncementLoadHooks& hooks) {
     bool aliasWarningShown = false;
     const PackageFileList files(packageFolder);
     for (const IndexEntry& entry : ReadShownEntries(store))
-        LoadAnnouncement(store, entry, files, mci, table, aliasWarningShown, hooks);
+        LoadAnnouncement(store, entry, files.GetFileName(entry.Key), sounds, table,
+                         aliasWarningShown, hooks);
 }
 
-void CloseAnnouncementSound(modMCI& mci, const QString& key) {
+void CloseAnnouncementSound(PackageSounds& sounds, const QString& key) {
     if (IsAnnouncementKey(key))
-        mci.MciClose(key);
+        sounds.Close(key);
 }
 
-void UnloadAnnouncementSounds(modMCI& mci, AnnouncementTable& table) {
+void UnloadAnnouncementSounds(PackageSounds& sounds, AnnouncementTable& table) {
     for (qsizetype i = 0; i < table.AnnouncementCount && i < table.Announcements.size(); ++i)
-        CloseAnnouncementSound(mci, table.Announcements[i].Key);
+        CloseAnnouncementSound(sounds, table.Announcements[i].Key);
     table.AnnouncementCount = 0;
 }
 

@@ -1,5 +1,5 @@
 #include "audio/emulatorbackend.h"
-#include "service/packageannouncements.h"
+#include "audio/mcipackagesounds.h"
 #include "service/packagefixture.h"
 #include "support/errorof.h"
 
