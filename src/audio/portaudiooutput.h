@@ -24,6 +24,8 @@ public:
     void drain() override;
 
     OutputFormat format() const;
+    // Frames the device is handed per callback.
+    static unsigned long framesPerBuffer();
     // From a command to the moment it is heard: the same for every command.
     double latency() const;
     qint64 starvedFrames() const;
