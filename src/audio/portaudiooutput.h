@@ -29,7 +29,7 @@ public:
     // From a command to the moment it is heard: the same for every command.
     double latency() const;
     qint64 starvedFrames() const;
-    // Seconds of the output's clock (the clock commands are stamped with).
+    // Seconds of the tick count's clock, which commands are stamped with.
     double now() const;
 
     struct Stream;

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QThread>
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -78,6 +79,31 @@ Segment segmentAfter(const std::vector<float>& samples, float level, qint64 from
         if (s.onset >= from)
             return s;
     return {};
+}
+
+std::vector<double> onsetDifferencesMs(const std::vector<float>& heard,
+                                       const std::vector<float>& rendered,
+                                       const std::vector<float>& levels) {
+    std::vector<double> differences;
+    qint64 fromHeard = 0;
+    qint64 fromRendered = 0;
+    for (const float level : levels) {
+        const Segment h = segmentAfter(heard, level, fromHeard);
+        const Segment r = segmentAfter(rendered, level, fromRendered);
+        if (h.onset < 0 || r.onset < 0)
+            break;
+        fromHeard = h.onset + 1;
+        fromRendered = r.onset + 1;
+        differences.push_back(framesToMs(h.onset - r.onset));
+    }
+    return differences;
+}
+
+double median(std::vector<double> values) {
+    if (values.empty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
 }
 
 } // namespace tavik::test

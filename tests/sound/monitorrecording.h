@@ -43,6 +43,16 @@ std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, 
 // The first stretch at `level` that starts at or after `from`; onset -1 when none.
 Segment segmentAfter(const std::vector<float>& samples, float level, qint64 from);
 
+// For each level in order, where its stretch begins in `heard` less where it begins in
+// `rendered`, in milliseconds (both at the recording's rate); shorter than `levels` when a level
+// is missing from either.
+std::vector<double> onsetDifferencesMs(const std::vector<float>& heard,
+                                       const std::vector<float>& rendered,
+                                       const std::vector<float>& levels);
+
+// The middle value (the upper of the two middle ones); 0 for none.
+double median(std::vector<double> values);
+
 // Milliseconds of recording frames.
 inline double framesToMs(qint64 frames) {
     return static_cast<double>(frames) * 1000.0 / MonitorRecording::kRate;
