@@ -5,9 +5,10 @@
 // announcement through the main window's Play. Prints how long seek, play and stop take to
 // return, how late the waits end after their tick, the onset error against the rendering
 // (after one constant latency), the processor time while a sentence plays, the output's buffer
-// and latency; then the resident memory after 1,000 three-second sounds are opened and how late
-// a 10-minute MP3 played at once after its open is heard. Run it by hand through the wrapper
-// that starts the server: tests/sound/with_pulseaudio.sh build/bench/bench_realaudio
+// and latency, and how many runs the machine held up; then the resident memory after 1,000
+// three-second sounds are opened and how late a 10-minute MP3 played at once after its open is
+// heard. Run it by hand through the wrapper that starts the server: tests/sound/with_pulseaudio.sh
+// build/bench/bench_realaudio
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
 #include "audio/emulatorbackend.h"
@@ -199,6 +200,8 @@ struct Figures {
     std::vector<double> lateness;         // wait end after its tick, ms
     std::vector<double> cpu;              // share of a core while playing
     int missing = 0;
+    int interrupted = 0; // runs in which the device ran dry or its stream jumped
+    int stalled = 0;     // runs in which a sleeping thread woke a millisecond or more late
 
     // Onset errors of one run, after one constant latency (the median difference).
     void addOnsets(const std::vector<double>& differences, std::size_t entries) {
@@ -238,9 +241,9 @@ struct Figures {
     }
 
     void print(const char* what) const {
-        std::printf("%s, %zu runs%s:\n", what, first.size(),
-                    missing ? qPrintable(QStringLiteral(" (%1 runs not heard whole)").arg(missing))
-                            : "");
+        std::printf("%s, %zu runs (%d not heard whole, %d with the output interrupted, %d with "
+                    "the machine waking threads 1 ms late or more):\n",
+                    what, first.size(), missing, interrupted, stalled);
         const std::vector<double> all = magnitudes(errors);
         std::printf("  onset error against the rendering: p50 %.2f ms, p99 %.2f ms, worst %.2f ms"
                     "%s\n",
@@ -318,15 +321,21 @@ bool playerRuns(int runs, Figures& figures, double& latencyMs) {
         if (!startRecording(recording))
             return false;
         recorder.clear();
+        const int interruptions = output->interruptions();
         std::int16_t busy = 0;
         const double cpuBefore = processSeconds();
         QElapsedTimer wall;
         wall.start();
-        PlayAnnouncementSequence(mci, table, sentence.satz, busy, [](const QString&) {});
+        {
+            const tavik::test::StallWatch watch;
+            PlayAnnouncementSequence(mci, table, sentence.satz, busy, [](const QString&) {});
+            figures.stalled += watch.worstMs() >= 1.0 ? 1 : 0;
+        }
         figures.cpu.push_back((processSeconds() - cpuBefore) /
                               (static_cast<double>(wall.nsecsElapsed()) / 1e9));
         backend.drain();
         recording.stop();
+        figures.interrupted += output->interruptions() != interruptions ? 1 : 0;
         figures.addOnsets(onsetDifferencesMs(recording.left(),
                                              renderedLeft(table, sentence.satz, dir),
                                              sentence.levels),
@@ -380,14 +389,21 @@ bool serviceEditorRuns(int runs, Figures& figures) {
         if (!startRecording(recording))
             return false;
         editor.recorder.clear();
+        const int interruptions = editor.backend.emulator().outputInterruptions();
         const double cpuBefore = processSeconds();
         QElapsedTimer wall;
         wall.start();
-        dienst->cmdPlay()->click();
+        {
+            const tavik::test::StallWatch watch;
+            dienst->cmdPlay()->click();
+            figures.stalled += watch.worstMs() >= 1.0 ? 1 : 0;
+        }
         figures.cpu.push_back((processSeconds() - cpuBefore) /
                               (static_cast<double>(wall.nsecsElapsed()) / 1e9));
         editor.backend.drain();
         recording.stop();
+        figures.interrupted +=
+            editor.backend.emulator().outputInterruptions() != interruptions ? 1 : 0;
         // What "Satz als WAV speichern..." writes for the sentence.
         QTemporaryDir dir;
         const SatzRecord& played = dienst->Saetze()[0];

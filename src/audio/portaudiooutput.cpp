@@ -106,6 +106,8 @@ struct PortAudioOutput::Stream {
     // before): the stream runs steadily once enough have come on time since.
     std::atomic<int> lastLateCallback{0};
     double lastCallbackAt = -1;
+    // Underruns and steps of the stream since the output started.
+    std::atomic<int> interruptions{0};
 
     ~Stream() {
         if (stream) {
@@ -133,8 +135,12 @@ struct PortAudioOutput::Stream {
         return now + Pa_GetStreamInfo(stream)->outputLatency;
     }
 
-    int callback(float* out, unsigned long frames, const PaStreamCallbackTimeInfo* time) {
+    int callback(float* out, unsigned long frames, const PaStreamCallbackTimeInfo* time,
+                 PaStreamCallbackFlags flags) {
         const double now = clockSeconds();
+        const bool attached = mixer.load(std::memory_order_acquire) != nullptr;
+        if (attached && (flags & paOutputUnderflow))
+            interruptions.fetch_add(1, std::memory_order_relaxed);
         const double bufferSeconds = static_cast<double>(frames) / format.sampleRate;
         if (lastCallbackAt >= 0 && now - lastCallbackAt > 2 * bufferSeconds)
             lastLateCallback.store(callbacks.load(std::memory_order_relaxed),
@@ -144,6 +150,8 @@ struct PortAudioOutput::Stream {
         const double expected =
             anchorTime + static_cast<double>(framesDone - anchorFrame) / format.sampleRate;
         if (!anchored || std::fabs(dac - expected) > kStep) {
+            if (anchored && attached)
+                interruptions.fetch_add(1, std::memory_order_relaxed);
             anchorTime = dac;
             anchorFrame = framesDone;
             anchored = true;
@@ -165,8 +173,10 @@ struct PortAudioOutput::Stream {
     }
 
     static int entry(const void*, void* output, unsigned long frames,
-                     const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags, void* self) {
-        return static_cast<Stream*>(self)->callback(static_cast<float*>(output), frames, time);
+                     const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags flags,
+                     void* self) {
+        return static_cast<Stream*>(self)->callback(static_cast<float*>(output), frames, time,
+                                                    flags);
     }
 };
 
@@ -303,6 +313,10 @@ OutputFormat PortAudioOutput::format() const {
 
 double PortAudioOutput::latency() const {
     return mixer_->latency();
+}
+
+int PortAudioOutput::interruptions() const {
+    return stream_->interruptions.load(std::memory_order_relaxed);
 }
 
 qint64 PortAudioOutput::starvedFrames() const {

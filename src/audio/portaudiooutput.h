@@ -29,6 +29,7 @@ public:
     // From a command to the moment it is heard: the same for every command.
     double latency() const;
     qint64 starvedFrames() const;
+    int interruptions() const override;
     // Seconds of the tick count's clock, which commands are stamped with.
     double now() const;
 

@@ -3,8 +3,11 @@
 #include <QElapsedTimer>
 #include <QThread>
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cmath>
 #include <cstring>
+#include <thread>
 
 namespace tavik::test {
 
@@ -53,6 +56,35 @@ void MonitorRecording::stop() {
         left_[static_cast<std::size_t>(i)] = static_cast<float>(l) / 32768.0f;
         right_[static_cast<std::size_t>(i)] = static_cast<float>(r) / 32768.0f;
     }
+}
+
+struct StallWatch::State {
+    std::atomic<bool> quit{false};
+    std::atomic<double> worst{0};
+    std::thread thread;
+};
+
+StallWatch::StallWatch() : d_(std::make_unique<State>()) {
+    d_->thread = std::thread([state = d_.get()] {
+        using Clock = std::chrono::steady_clock;
+        while (!state->quit.load()) {
+            const auto due = Clock::now() + std::chrono::milliseconds(1);
+            std::this_thread::sleep_until(due);
+            const double late =
+                std::chrono::duration<double, std::milli>(Clock::now() - due).count();
+            if (late > state->worst.load())
+                state->worst.store(late);
+        }
+    });
+}
+
+StallWatch::~StallWatch() {
+    d_->quit.store(true);
+    d_->thread.join();
+}
+
+double StallWatch::worstMs() const {
+    return d_->worst.load();
 }
 
 std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, qint64 minimum,

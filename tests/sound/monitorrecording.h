@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QProcess>
 #include <QString>
+#include <memory>
 #include <vector>
 
 namespace tavik::test {
@@ -27,6 +28,24 @@ private:
     QByteArray data_;
     std::vector<float> left_;
     std::vector<float> right_;
+};
+
+// Watches, on a thread of its own, how late the machine wakes a thread that sleeps a
+// millisecond at a time: a machine too busy to wake the window's thread on time makes the
+// player's waits late by the same, which says nothing about the player.
+class StallWatch {
+public:
+    StallWatch();
+    ~StallWatch();
+    StallWatch(const StallWatch&) = delete;
+    StallWatch& operator=(const StallWatch&) = delete;
+
+    // The longest a wake-up came late so far, in milliseconds.
+    double worstMs() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> d_;
 };
 
 // A stretch of the recording at one level.
