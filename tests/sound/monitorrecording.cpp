@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstring>
+#include <ctime>
 #include <thread>
 
 namespace tavik::test {
@@ -61,6 +62,7 @@ void MonitorRecording::stop() {
 struct StallWatch::State {
     std::atomic<bool> quit{false};
     std::atomic<double> worst{0};
+    std::atomic<double> cpu{0};
     std::thread thread;
 };
 
@@ -74,6 +76,9 @@ StallWatch::StallWatch() : d_(std::make_unique<State>()) {
                 std::chrono::duration<double, std::milli>(Clock::now() - due).count();
             if (late > state->worst.load())
                 state->worst.store(late);
+            timespec t{};
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+            state->cpu.store(static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) / 1e9);
         }
     });
 }
@@ -85,6 +90,10 @@ StallWatch::~StallWatch() {
 
 double StallWatch::worstMs() const {
     return d_->worst.load();
+}
+
+double StallWatch::cpuSeconds() const {
+    return d_->cpu.load();
 }
 
 std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, qint64 minimum,

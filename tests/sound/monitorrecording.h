@@ -42,6 +42,8 @@ public:
 
     // The longest a wake-up came late so far, in milliseconds.
     double worstMs() const;
+    // The processor time the watch itself took so far, in seconds.
+    double cpuSeconds() const;
 
 private:
     struct State;
