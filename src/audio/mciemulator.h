@@ -37,6 +37,9 @@ public:
     // Returns once what was started has been heard to its stop or end.
     void drain();
 
+    // The output's interruptions so far (SoundOutput::interruptions); 0 before the first open.
+    int outputInterruptions() const { return output_ ? output_->interruptions() : 0; }
+
     bool isOpen(const QString& alias) const;
     bool isPlaying(const QString& alias) const;
 

@@ -11,7 +11,7 @@
 namespace tavik {
 
 // Mixes every started voice into one interleaved float stream. Starts and stops carry the
-// time of their command (seconds of the output's clock) and take effect at the output frame
+// time of their command (seconds of the tick count's clock) and take effect at the output frame
 // that is heard one fixed latency after that time, so the intervals between commands are kept
 // to the frame. Starts and stops come from one thread, `render` runs on the output's.
 class Mixer {

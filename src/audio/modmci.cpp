@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
+#include <algorithm>
 #include <thread>
 
 namespace tavik {
@@ -32,6 +33,32 @@ QString shortPathForOpen(const QString& path) {
 #endif
     const qsizetype nul = result.indexOf(QChar(0));
     return nul < 0 ? result : result.left(nul);
+}
+
+// The event loop's timers are good to a millisecond or two; the last stretch of a wait is slept
+// on the clock itself.
+constexpr auto kFineSleep = std::chrono::milliseconds(2);
+
+// One turn's sleep: with an event loop, window messages are handled until shortly before
+// `due`; the last stretch is a plain sleep to the moment.
+void sleepTowards(TickClock::time_point due) {
+    const auto left = due - TickClock::now();
+    if (left <= TickClock::duration::zero())
+        return;
+    if (QCoreApplication::instance() && left > kFineSleep) {
+        const auto coarse = std::chrono::floor<std::chrono::milliseconds>(left - kFineSleep);
+        if (coarse.count() > 0) {
+            QEventLoop loop;
+            QTimer timer;
+            timer.setTimerType(Qt::PreciseTimer);
+            timer.setSingleShot(true);
+            QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+            timer.start(std::chrono::milliseconds(coarse));
+            loop.exec();
+            return;
+        }
+    }
+    std::this_thread::sleep_until(due);
 }
 
 } // namespace
@@ -108,26 +135,20 @@ QString IndentifyFormat(const QString& key) {
         .stringValue();
 }
 
+qint64 TicksWaited(std::int32_t ms) {
+    return std::max<qint64>(qint64(ms) + 1, 0);
+}
+
 void WaitMilliseconds(std::int32_t ms) {
     const std::int32_t end = addLong(GetTickCount(), ms);
+    // The first reading later than `end` is the tick after it; its moment is known.
+    const auto due = TickStarts(static_cast<std::int32_t>(static_cast<std::uint32_t>(end) + 1u));
     for (;;) {
         QCoreApplication::processEvents();
         const std::int32_t now = GetTickCount();
         if (!(end >= now))
             return;
-        // Sleep until the tick passes the end, waking for every event meanwhile.
-        const int remaining = static_cast<int>(static_cast<qint64>(end) - now + 1);
-        if (QCoreApplication::instance()) {
-            QEventLoop loop;
-            QTimer timer;
-            timer.setTimerType(Qt::PreciseTimer);
-            timer.setSingleShot(true);
-            QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-            timer.start(remaining);
-            loop.exec();
-        } else {
-            std::this_thread::sleep_for(std::chrono::milliseconds(remaining));
-        }
+        sleepTowards(due);
     }
 }
 

@@ -50,8 +50,13 @@ private:
 QString IndentifyFormat(const QString& key);
 
 // Waits while the user interface stays live: the wait ends at the first tick reading later
-// than now + ms, after at least one pass over pending events. Raises the overflow error when
-// the end does not fit 32 bits. Sleeps between events instead of spinning.
+// than now + ms, after at least one pass over pending events per turn. Raises the overflow
+// error when the end does not fit 32 bits. Sleeps between turns instead of spinning and wakes
+// at the tick it waits for.
 void WaitMilliseconds(std::int32_t ms);
+
+// Whole ticks WaitMilliseconds(ms) holds its caller when nothing is late: a count of 0 or more
+// runs to the tick after its end, one tick longer; a negative count ends at once.
+qint64 TicksWaited(std::int32_t ms);
 
 } // namespace tavik

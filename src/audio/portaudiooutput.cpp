@@ -1,5 +1,7 @@
 #include "portaudiooutput.h"
 
+#include "util/tickcount.h"
+
 #include <QCoreApplication>
 #include <algorithm>
 #include <chrono>
@@ -17,19 +19,41 @@ namespace {
 // The first part of every opened sound is converted at once; the decoder thread has this long
 // to open the file for the rest.
 constexpr double kHeadSeconds = 0.4;
-// Buffers of about 23 ms with 50 ms asked of the device: small buffers underrun on a busy
-// machine (the sound server's plug-in then drops frames), while the schedule does not depend on
-// the buffer size.
+// Buffers of 1024 frames (23.2 ms at 44,100 Hz) with 50 ms asked of the device: small buffers
+// underrun on a busy machine (the sound server's plug-in then drops frames), while the schedule
+// does not depend on the buffer size. A command is heard one latency after it is given: how far
+// ahead of the clock the device takes its buffers (its delay plus a buffer) and kSafety,
+// measured once as the stream starts; about 75 ms through PulseAudio's null sink.
 constexpr unsigned long kFramesPerBuffer = 1024;
 constexpr double kDeviceLatency = 0.050;
 // Beyond the device's own latency: room for a late callback before a start would be late.
 constexpr double kSafety = 0.005;
+
+// How slowly the frame clock follows the device's reported times. The sound server's reported
+// delay steps and wanders by tenths of a millisecond within seconds, which a sentence would hear
+// as drift against its schedule; a device clock that runs off the system's by 100 ppm is still
+// followed, 2 ms behind, inside kSafety.
+constexpr double kFollowSeconds = 20.0;
+// A report further off than this is a step of the stream itself (frames lost or the stream
+// held up), taken at once.
+constexpr double kStep = 0.002;
 
 // A stream of the ALSA plug-in for PulseAudio makes its first few buffers, then stands still
 // for up to two seconds before it runs steadily; the output counts as running after this many
 // buffers in a row came on time.
 constexpr int kRunningAfterCallbacks = 20;
 constexpr auto kStartLimit = std::chrono::seconds(5);
+
+// Commands are stamped with the tick count's clock: reading it costs nothing, while asking the
+// stream for its time is a round trip to the sound server.
+double clockSeconds() {
+    return std::chrono::duration<double>(TickClock::now().time_since_epoch()).count();
+}
+
+double wallSeconds() {
+    return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
 
 QString paProblem(PaError error) {
     return QString::fromUtf8(Pa_GetErrorText(error));
@@ -70,8 +94,8 @@ struct PortAudioOutput::Stream {
     OutputFormat format;
     std::atomic<Mixer*> mixer{nullptr};
     // The frame clock: the buffer that starts at `framesDone` is heard at anchor + frames
-    // since the anchor. It follows the device's reports slowly, so jitter of the callback
-    // does not move the frames.
+    // since the anchor. It follows the device's reports slowly (kFollowSeconds), so jitter of
+    // the callback and the steps of the reported delay do not move the frames.
     qint64 framesDone = 0;
     qint64 anchorFrame = 0;
     double anchorTime = 0;
@@ -82,6 +106,8 @@ struct PortAudioOutput::Stream {
     // before): the stream runs steadily once enough have come on time since.
     std::atomic<int> lastLateCallback{0};
     double lastCallbackAt = -1;
+    // Underruns and steps of the stream since the output started.
+    std::atomic<int> interruptions{0};
 
     ~Stream() {
         if (stream) {
@@ -92,28 +118,49 @@ struct PortAudioOutput::Stream {
             Pa_Terminate();
     }
 
-    int callback(float* out, unsigned long frames, const PaStreamCallbackTimeInfo* time) {
+    // When this buffer is heard, on our clock. The stream's times are of the wall clock (ALSA
+    // stamps them so) or of ours; a wall-clock time is carried over through both clocks read
+    // now, so a callback that starts late does not move it.
+    double heardTime(const PaStreamCallbackTimeInfo* time, double now) const {
+        const double dacTime = time->outputBufferDacTime;
+        const double ahead = dacTime - time->currentTime;
+        if (dacTime > 0 && time->currentTime > 0 && ahead >= 0 && ahead < 1) {
+            const double wallNow = wallSeconds();
+            if (std::fabs(time->currentTime - wallNow) < 1)
+                return dacTime - wallNow + now;
+            if (std::fabs(time->currentTime - now) < 1)
+                return dacTime;
+            return now + ahead;
+        }
+        return now + Pa_GetStreamInfo(stream)->outputLatency;
+    }
+
+    int callback(float* out, unsigned long frames, const PaStreamCallbackTimeInfo* time,
+                 PaStreamCallbackFlags flags) {
+        const double now = clockSeconds();
+        const bool attached = mixer.load(std::memory_order_acquire) != nullptr;
+        if (attached && (flags & paOutputUnderflow))
+            interruptions.fetch_add(1, std::memory_order_relaxed);
         const double bufferSeconds = static_cast<double>(frames) / format.sampleRate;
-        if (lastCallbackAt >= 0 && time->currentTime - lastCallbackAt > 2 * bufferSeconds)
+        if (lastCallbackAt >= 0 && now - lastCallbackAt > 2 * bufferSeconds)
             lastLateCallback.store(callbacks.load(std::memory_order_relaxed),
                                    std::memory_order_relaxed);
-        lastCallbackAt = time->currentTime;
-        double dac = time->outputBufferDacTime;
-        if (dac <= 0)
-            dac = time->currentTime + Pa_GetStreamInfo(stream)->outputLatency;
+        lastCallbackAt = now;
+        const double dac = heardTime(time, now);
         const double expected =
             anchorTime + static_cast<double>(framesDone - anchorFrame) / format.sampleRate;
-        if (!anchored || std::fabs(dac - expected) > 0.010) {
+        if (!anchored || std::fabs(dac - expected) > kStep) {
+            if (anchored && attached)
+                interruptions.fetch_add(1, std::memory_order_relaxed);
             anchorTime = dac;
             anchorFrame = framesDone;
             anchored = true;
         } else {
-            anchorTime += (dac - expected) * 0.01; // follows the device's clock drift
+            anchorTime += (dac - expected) * std::min(1.0, bufferSeconds / kFollowSeconds);
         }
         const double heardAt =
             anchorTime + static_cast<double>(framesDone - anchorFrame) / format.sampleRate;
-        const double lead =
-            heardAt - time->currentTime + static_cast<double>(frames) / format.sampleRate;
+        const double lead = heardAt - now + bufferSeconds;
         if (lead > largestLead.load(std::memory_order_relaxed))
             largestLead.store(lead, std::memory_order_relaxed);
         if (Mixer* m = mixer.load(std::memory_order_acquire))
@@ -126,8 +173,10 @@ struct PortAudioOutput::Stream {
     }
 
     static int entry(const void*, void* output, unsigned long frames,
-                     const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags, void* self) {
-        return static_cast<Stream*>(self)->callback(static_cast<float*>(output), frames, time);
+                     const PaStreamCallbackTimeInfo* time, PaStreamCallbackFlags flags,
+                     void* self) {
+        return static_cast<Stream*>(self)->callback(static_cast<float*>(output), frames, time,
+                                                    flags);
     }
 };
 
@@ -254,6 +303,10 @@ void PortAudioOutput::drain() {
     }
 }
 
+unsigned long PortAudioOutput::framesPerBuffer() {
+    return kFramesPerBuffer;
+}
+
 OutputFormat PortAudioOutput::format() const {
     return stream_->format;
 }
@@ -262,12 +315,16 @@ double PortAudioOutput::latency() const {
     return mixer_->latency();
 }
 
+int PortAudioOutput::interruptions() const {
+    return stream_->interruptions.load(std::memory_order_relaxed);
+}
+
 qint64 PortAudioOutput::starvedFrames() const {
     return mixer_->starvedFrames();
 }
 
 double PortAudioOutput::now() const {
-    return Pa_GetStreamTime(stream_->stream);
+    return clockSeconds();
 }
 
 std::shared_ptr<SoundOutput> createSoundOutput(const std::function<void(const QString&)>& log) {

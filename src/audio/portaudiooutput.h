@@ -24,10 +24,13 @@ public:
     void drain() override;
 
     OutputFormat format() const;
+    // Frames the device is handed per callback.
+    static unsigned long framesPerBuffer();
     // From a command to the moment it is heard: the same for every command.
     double latency() const;
     qint64 starvedFrames() const;
-    // Seconds of the output's clock (the clock commands are stamped with).
+    int interruptions() const override;
+    // Seconds of the tick count's clock, which commands are stamped with.
     double now() const;
 
     struct Stream;

@@ -11,7 +11,7 @@ MciBackend::Result RecordingBackend::sendString(const QString& command, int repl
                                                 qintptr callbackWindow) {
     const qint64 at = clock_();
     Result result = inner_.sendString(command, replyLength, callbackWindow);
-    entries_.append({at, command, result.code, callbackWindow});
+    entries_.append({at, clock_(), command, result.code, callbackWindow});
     return result;
 }
 
@@ -19,7 +19,7 @@ MciBackend::Result RecordingBackend::sendOpen(const QString& command, const Open
                                               qintptr callbackWindow) {
     const qint64 at = clock_();
     Result result = inner_.sendOpen(command, element, callbackWindow);
-    entries_.append({at, command, result.code, callbackWindow});
+    entries_.append({at, clock_(), command, result.code, callbackWindow});
     return result;
 }
 

@@ -12,7 +12,8 @@ namespace tavik {
 class RecordingBackend : public MciBackend {
 public:
     struct Entry {
-        qint64 time = 0; // milliseconds of the clock
+        qint64 time = 0;     // milliseconds of the clock
+        qint64 returned = 0; // when the back-end gave the command back
         QString command;
         int code = 0;
         qintptr callbackWindow = 0;

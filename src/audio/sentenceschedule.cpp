@@ -1,29 +1,35 @@
 #include "sentenceschedule.h"
 
+#include "audio/modmci.h"
 #include "util/conversions.h"
 #include "util/runtimeerror.h"
 
-#include <algorithm>
-
 namespace tavik {
+
+const AnnouncementRecord& EntryAnnouncement(const AnnouncementTable& table,
+                                            const SatzRecord& sentence, int i) {
+    if (i < 0 || i >= sentence.Targets.size())
+        throw RuntimeError(rt::SubscriptOutOfRange);
+    const std::int32_t index = FindAnnouncementByKey(table, sentence.Targets[i].AnnouncementKey);
+    if (index < 0)
+        throw RuntimeError(rt::SubscriptOutOfRange);
+    return table.Announcements[index];
+}
+
+std::int32_t EntryWait(const SatzTarget& target, const AnnouncementRecord& record) {
+    return addLong(target.TimeOffset, record.Length);
+}
 
 QList<ScheduledEntry> ScheduleSentence(const AnnouncementTable& table, const SatzRecord& sentence) {
     QList<ScheduledEntry> entries;
     qint64 at = 0;
     for (int i = 0; i <= sentence.LastTarget; ++i) {
-        if (i >= sentence.Targets.size())
-            throw RuntimeError(rt::SubscriptOutOfRange);
-        const SatzTarget& target = sentence.Targets[i];
-        const std::int32_t index = FindAnnouncementByKey(table, target.AnnouncementKey);
-        if (index < 0)
-            throw RuntimeError(rt::SubscriptOutOfRange);
-        const AnnouncementRecord& record = table.Announcements[index];
-        const std::int32_t wait = addLong(target.TimeOffset, record.Length);
+        const AnnouncementRecord& record = EntryAnnouncement(table, sentence, i);
         ScheduledEntry entry;
         entry.key = record.Key;
         entry.path = record.Opened ? record.FilePath : QString();
         entry.startMs = at;
-        entry.stopMs = at + std::max<std::int32_t>(wait, 0);
+        entry.stopMs = at + TicksWaited(EntryWait(sentence.Targets[i], record));
         at = entry.stopMs;
         entries << entry;
     }

@@ -1,7 +1,7 @@
 #include "sequenceplayer.h"
 
+#include "audio/sentenceschedule.h"
 #include "util/conversions.h"
-#include "util/runtimeerror.h"
 
 #include <QCoreApplication>
 
@@ -22,16 +22,13 @@ void PlayAnnouncementSequence(modMCI& mci, const AnnouncementTable& table,
     writeLog(QString());
     writeLog(QStringLiteral("ANNOUNCE '") + sequence.Text + QStringLiteral("'"));
     for (int i = 0; i <= sequence.LastTarget; ++i) {
-        if (i >= sequence.Targets.size())
-            throw RuntimeError(rt::SubscriptOutOfRange);
-        const SatzTarget& target = sequence.Targets[i];
-        const std::int32_t index = FindAnnouncementByKey(table, target.AnnouncementKey);
-        if (index < 0)
-            throw RuntimeError(rt::SubscriptOutOfRange);
-        const AnnouncementRecord& record = table.Announcements[index];
+        // A copy: events run while it plays, and they may load the table afresh.
+        const AnnouncementRecord record = EntryAnnouncement(table, sequence, i);
         writeLog(QStringLiteral("\tPLAY '") + record.Key + QStringLiteral("' '") + record.Title +
                  QStringLiteral("'"));
-        const std::int32_t wait = addLong(target.TimeOffset, record.Length);
+        // The wait, and with it when the next entry starts, is the one ScheduleSentence
+        // gives the renderer.
+        const std::int32_t wait = EntryWait(sequence.Targets[i], record);
         mci.MciSeekToStart(record.Key);
         mci.MciPlay(record.Key);
         WaitMilliseconds(wait);

@@ -27,6 +27,9 @@ public:
     virtual void stop(int voice) = 0;
     // Returns once what was started so far has been heard to its stop or end.
     virtual void drain() {}
+    // How often, since it started, the device ran dry or its stream jumped (a machine too busy
+    // for the output's thread): sound around such a moment is not where its command put it.
+    virtual int interruptions() const { return 0; }
 };
 
 // Hears nothing; the emulator keeps the same timing and state without it.

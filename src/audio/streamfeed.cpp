@@ -7,7 +7,10 @@ namespace tavik {
 StreamFeed::StreamFeed(std::shared_ptr<const PreparedSound> sound, qint64 fromFrame,
                        qint64 capacity)
     : sound_(std::move(sound)), fromFrame_(fromFrame), channels_(sound_->format().channels),
-      capacity_(capacity), ring_(static_cast<std::size_t>(capacity * channels_)) {}
+      capacity_(capacity), // Left uninitialised: only written frames are read, and a play does not
+                           // wait for a second
+      // of sound to be cleared.
+      ring_(new float[static_cast<std::size_t>(capacity * channels_)]) {}
 
 qint64 StreamFeed::writable() const {
     return capacity_ -
@@ -17,8 +20,7 @@ qint64 StreamFeed::writable() const {
 void StreamFeed::write(const float* frames, qint64 count) {
     qint64 at = written_.load(std::memory_order_relaxed);
     for (qint64 i = 0; i < count; ++i, ++at)
-        std::copy_n(frames + i * channels_, channels_,
-                    ring_.begin() + static_cast<std::ptrdiff_t>((at % capacity_) * channels_));
+        std::copy_n(frames + i * channels_, channels_, ring_.get() + (at % capacity_) * channels_);
     written_.store(at, std::memory_order_release);
 }
 
@@ -30,7 +32,7 @@ qint64 StreamFeed::addTo(float* out, qint64 count) {
     const qint64 n = std::min(count, readable());
     qint64 at = read_.load(std::memory_order_relaxed);
     for (qint64 i = 0; i < n; ++i, ++at) {
-        const float* src = ring_.data() + (at % capacity_) * channels_;
+        const float* src = ring_.get() + (at % capacity_) * channels_;
         for (int c = 0; c < channels_; ++c)
             out[i * channels_ + c] += src[c];
     }

@@ -37,7 +37,7 @@ private:
     qint64 fromFrame_;
     int channels_;
     qint64 capacity_;
-    std::vector<float> ring_;
+    std::unique_ptr<float[]> ring_;
     std::atomic<qint64> written_{0};
     std::atomic<qint64> read_{0};
     std::atomic<bool> ended_{false};

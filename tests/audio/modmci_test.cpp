@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 #include <limits>
+#include <thread>
 
 using namespace tavik;
 using tavik::test::errorOf;
@@ -155,6 +156,39 @@ TEST(WaitMilliseconds, EndsAfterTheTickPassesTheEnd) {
     const std::int32_t start = GetTickCount();
     WaitMilliseconds(30);
     EXPECT_GT(GetTickCount(), start + 30);
+}
+
+TEST(WaitMilliseconds, ANegativeCountEndsAfterOnePassOverPendingEvents) {
+    bool ran = false;
+    QTimer::singleShot(0, [&] { ran = true; });
+    QElapsedTimer t;
+    t.start();
+    WaitMilliseconds(-500);
+    EXPECT_TRUE(ran);
+    EXPECT_LT(t.elapsed(), 50);
+}
+
+TEST(WaitMilliseconds, WindowMessagesRunWhileItWaits) {
+    int turns = 0;
+    QTimer timer;
+    timer.setInterval(5);
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++turns; });
+    timer.start();
+    WaitMilliseconds(200);
+    // A timer of 5 ms fires many times in 200 ms; only a wait that holds the events back
+    // lets it fire less than twice.
+    EXPECT_GE(turns, 2);
+}
+
+TEST(TickCount, ATickStartsAtAMomentTheClockCanSleepTo) {
+    const std::int32_t now = GetTickCount();
+    const auto next = static_cast<std::int32_t>(static_cast<std::uint32_t>(now) + 2u);
+    EXPECT_EQ(TickStarts(next) - TickStarts(now), std::chrono::milliseconds(2));
+    std::this_thread::sleep_until(TickStarts(next));
+    const std::int32_t after = GetTickCount();
+    EXPECT_GE(static_cast<std::int32_t>(static_cast<std::uint32_t>(after) -
+                                        static_cast<std::uint32_t>(next)),
+              0);
 }
 
 TEST(WaitMilliseconds, ACountThatOverflowsTheTickSumRaisesOverflow) {

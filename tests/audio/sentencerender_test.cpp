@@ -1,3 +1,4 @@
+#include "audio/modmci.h"
 #include "audio/sentencerender.h"
 #include "audio/soundfile.h"
 #include "support/errorof.h"
@@ -54,7 +55,7 @@ std::vector<float> decode(const QByteArray& wave, TempDir& dir, SoundInfo& info)
 
 } // namespace
 
-TEST(SentenceSchedule, EachEntryStartsWhenTheEarlierOnesLengthsAndShiftsHaveRun) {
+TEST(SentenceSchedule, EachEntryStartsWhenTheWaitOfThePreviousHasRunToTheNextTick) {
     Package p;
     p.add("0000", 0.25f, 1000);
     p.add("0001", 0.5f, 800);
@@ -62,25 +63,48 @@ TEST(SentenceSchedule, EachEntryStartsWhenTheEarlierOnesLengthsAndShiftsHaveRun)
     const QList<ScheduledEntry> s = ScheduleSentence(
         p.table, sentence({{"0000", 0}, {"0001", 300}, {"0002", -500}, {"0000", 0}}));
     ASSERT_EQ(s.size(), 4);
+    // Each wait ends at the first tick after its end: one millisecond beyond its count.
     EXPECT_EQ(s[0].startMs, 0);
-    EXPECT_EQ(s[0].stopMs, 1000);
-    EXPECT_EQ(s[1].startMs, 1000);
-    EXPECT_EQ(s[1].stopMs, 2100); // a positive shift is a pause after the sound
-    EXPECT_EQ(s[2].startMs, 2100);
-    EXPECT_EQ(s[2].stopMs, 2200); // a negative shift cuts the sound
-    EXPECT_EQ(s[3].startMs, 2200);
-    EXPECT_EQ(s[3].stopMs, 3200);
+    EXPECT_EQ(s[0].stopMs, 1001);
+    EXPECT_EQ(s[1].startMs, 1001);
+    EXPECT_EQ(s[1].stopMs, 2102); // a positive shift is a pause after the sound
+    EXPECT_EQ(s[2].startMs, 2102);
+    EXPECT_EQ(s[2].stopMs, 2203); // a negative shift cuts the sound
+    EXPECT_EQ(s[3].startMs, 2203);
+    EXPECT_EQ(s[3].stopMs, 3204);
 }
 
-TEST(SentenceSchedule, AShiftLongerThanTheSoundEndsItsWaitAtOnce) {
+TEST(SentenceSchedule, ANegativeShiftStartsTheNextSoundThatMuchBeforeThePreviousEnds) {
+    Package p;
+    p.add("0000", 0.25f, 800);
+    p.add("0001", 0.5f, 300);
+    const QList<ScheduledEntry> s =
+        ScheduleSentence(p.table, sentence({{"0000", -500}, {"0001", 0}}));
+    ASSERT_EQ(s.size(), 2);
+    // 500 ms before the first sound's end, less the tick the wait runs beyond its count.
+    EXPECT_EQ(s[0].startMs + 800 - s[1].startMs, 500 - 1);
+}
+
+TEST(SentenceSchedule, AWaitThatComesOutNegativeEndsAtOnceAndMinusOneLikeZeroTicks) {
     Package p;
     p.add("0000", 0.25f, 300);
-    const QList<ScheduledEntry> s =
-        ScheduleSentence(p.table, sentence({{"0000", -500}, {"0000", 0}}));
-    ASSERT_EQ(s.size(), 2);
+    const QList<ScheduledEntry> s = ScheduleSentence(
+        p.table, sentence({{"0000", -500}, {"0000", -301}, {"0000", -300}, {"0000", 0}}));
+    ASSERT_EQ(s.size(), 4);
     EXPECT_EQ(s[0].stopMs, 0);
     EXPECT_EQ(s[1].startMs, 0);
-    EXPECT_EQ(s[1].stopMs, 300);
+    EXPECT_EQ(s[1].stopMs, 0); // a wait of -1 ends at once
+    EXPECT_EQ(s[2].stopMs, 1); // a wait of 0 runs to the next tick
+    EXPECT_EQ(s[3].startMs, 1);
+    EXPECT_EQ(s[3].stopMs, 302);
+}
+
+TEST(SentenceSchedule, TheTickRuleIsTheWaitsOwn) {
+    EXPECT_EQ(TicksWaited(-2), 0);
+    EXPECT_EQ(TicksWaited(-1), 0);
+    EXPECT_EQ(TicksWaited(0), 1);
+    EXPECT_EQ(TicksWaited(250), 251);
+    EXPECT_EQ(TicksWaited(2147483647), 2147483648LL);
 }
 
 TEST(SentenceSchedule, AKeyWithoutAnnouncementIsASubscriptError) {
@@ -105,19 +129,21 @@ TEST(SentenceRender, WritesSixteenBitStereoAt44100WithEveryEntryOnItsFrame) {
     const std::vector<float> s = decode(wave, p.dir, info);
     EXPECT_EQ(info.sampleRate, 44100);
     EXPECT_EQ(info.channels, 2);
-    EXPECT_EQ(info.frames, frameOfMs(3200, 44100));
+    EXPECT_EQ(info.frames, frameOfMs(3204, 44100));
     const auto at = [&](qint64 ms, int offset = 0) {
         return s[static_cast<std::size_t>((frameOfMs(ms, 44100) + offset) * 2 + 1)];
     };
     EXPECT_NEAR(at(0), 0.25f, 1e-3);
     EXPECT_NEAR(at(1000, -1), 0.25f, 1e-3);
-    EXPECT_NEAR(at(1400), 0.5f, 2e-3);
-    EXPECT_NEAR(at(1850), 0.0f, 1e-3); // the 300 ms pause after the second entry
-    EXPECT_NEAR(at(2100, -1), 0.0f, 1e-3);
-    EXPECT_NEAR(at(2100), -0.25f, 1e-3);
-    EXPECT_NEAR(at(2200, -1), -0.25f, 1e-3); // cut 500 ms early ...
-    EXPECT_NEAR(at(2200), 0.25f, 1e-3);      // ... where the next one starts
-    EXPECT_NEAR(at(3200, -1), 0.25f, 1e-3);
+    EXPECT_NEAR(at(1000), 0.0f, 1e-3);     // the tick after the sound's end is silent
+    EXPECT_NEAR(at(1001, 44), 0.5f, 2e-3); // converted from 22,050 Hz, past its first ringing
+    EXPECT_NEAR(at(1401), 0.5f, 2e-3);
+    EXPECT_NEAR(at(1851), 0.0f, 1e-3); // the 300 ms pause after the second entry
+    EXPECT_NEAR(at(2102, -1), 0.0f, 1e-3);
+    EXPECT_NEAR(at(2102), -0.25f, 1e-3);
+    EXPECT_NEAR(at(2203, -1), -0.25f, 1e-3); // cut 500 ms early ...
+    EXPECT_NEAR(at(2203), 0.25f, 1e-3);      // ... where the next one starts
+    EXPECT_NEAR(at(3203, -1), 0.25f, 1e-3);
 }
 
 TEST(SentenceRender, TakesTheRateAndChannelsAskedFor) {
@@ -128,7 +154,7 @@ TEST(SentenceRender, TakesTheRateAndChannelsAskedFor) {
         decode(RenderSentenceWave(p.table, sentence({{"0000", 0}}), {22050, 1}), p.dir, info);
     EXPECT_EQ(info.sampleRate, 22050);
     EXPECT_EQ(info.channels, 1);
-    EXPECT_EQ(info.frames, 11025);
+    EXPECT_EQ(info.frames, frameOfMs(501, 22050));
     EXPECT_NEAR(s[5000], 0.5f, 2e-3);
 }
 
@@ -143,7 +169,7 @@ TEST(SentenceRender, WritesTheCanonicalHeaderAndStreamsTheFramesInPieces) {
         pieces << size;
         streamed.append(data, size);
     }));
-    const qint64 frames = frameOfMs(1500, 44100);
+    const qint64 frames = frameOfMs(1502, 44100);
     EXPECT_EQ(RenderedWaveBytes(p.table, s, {44100, 2}), 44 + frames * 4);
     ASSERT_EQ(streamed.size(), 44 + frames * 4);
     EXPECT_EQ(pieces.first(), 44);
@@ -165,8 +191,10 @@ TEST(SentenceRender, WritesTheCanonicalHeaderAndStreamsTheFramesInPieces) {
     };
     EXPECT_EQ(sample(0, 0), 16384);
     EXPECT_EQ(sample(frameOfMs(1000, 44100) - 1, 1), 16384);
-    EXPECT_EQ(sample(frameOfMs(1000, 44100), 0), -16384);
-    EXPECT_EQ(sample(frames - 1, 1), -16384);
+    EXPECT_EQ(sample(frameOfMs(1000, 44100), 0), 0);
+    EXPECT_EQ(sample(frameOfMs(1001, 44100), 0), -16384);
+    EXPECT_EQ(sample(frameOfMs(1501, 44100) - 1, 1), -16384);
+    EXPECT_EQ(sample(frames - 1, 1), 0);
     EXPECT_EQ(RenderSentenceWave(p.table, s, {44100, 2}), streamed);
 }
 
@@ -191,11 +219,12 @@ TEST(SentenceRender, ASentenceLongerThanAWaveFileCanHoldMakesNothing) {
 TEST(SentenceRender, TheLongestSentenceAWaveFileHoldsIsStillMade) {
     Package p;
     p.add("0000", 0.5f, 100);
-    // 4 GiB less the header's 36 counted bytes, at 1,000 Hz mono: 2,147,483,629 frames.
-    p.table.Announcements[0].Length = 2147483629;
+    // 4 GiB less the header's 36 counted bytes, at 1,000 Hz mono: 2,147,483,629 frames, the
+    // wait's extra tick included.
+    p.table.Announcements[0].Length = 2147483628;
     const SatzRecord s = sentence({{"0000", 0}});
     EXPECT_EQ(RenderedWaveBytes(p.table, s, {1000, 1}), 44 + 2147483629LL * 2);
-    p.table.Announcements[0].Length = 2147483630;
+    p.table.Announcements[0].Length = 2147483629;
     EXPECT_EQ(RenderedWaveBytes(p.table, s, {1000, 1}), -1);
 }
 

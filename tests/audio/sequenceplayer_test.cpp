@@ -1,9 +1,11 @@
 #include "audio/emulatorbackend.h"
 #include "audio/recordingbackend.h"
+#include "audio/sentenceschedule.h"
 #include "audio/sequenceplayer.h"
 #include "support/errorof.h"
 #include "util/tickcount.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -93,6 +95,32 @@ TEST(PlayAnnouncementSequence, AShiftOfMinus500PlaysTheNextSound500MsBeforeThePr
     EXPECT_LT(play1 - play0, 100 + 150);
     EXPECT_LE(p.timeOf("stop 0000"), play1);
     EXPECT_GE(p.timeOf("stop 0000"), play0 + 100);
+}
+
+TEST(PlayAnnouncementSequence, EachEntryStartsNoSoonerThanTheRenderersScheduleHasIt) {
+    Player p;
+    p.add("0000", "Gong", 30);
+    p.add("0001", "Achtung", 20);
+    const SatzRecord s =
+        sentence("x", {{"0000", 0}, {"0001", 15}, {"0000", -10}, {"0001", -40}, {"0000", 0}});
+    p.play(s);
+    const QList<ScheduledEntry> schedule = ScheduleSentence(p.table, s);
+    ASSERT_EQ(schedule.size(), 5);
+    // Ticks of the plays: each wait runs to the tick after its end, counted from a tick no
+    // earlier than its play's, so the schedule's steps are the least the ticks can show.
+    for (int i = 0; i + 1 < 5; ++i) {
+        const QString key = s.Targets[i].AnnouncementKey;
+        const QString next = s.Targets[i + 1].AnnouncementKey;
+        const int nth = static_cast<int>(
+            std::count_if(s.Targets.cbegin(), s.Targets.cbegin() + i,
+                          [&](const SatzTarget& t) { return t.AnnouncementKey == key; }));
+        const int nextNth = static_cast<int>(
+            std::count_if(s.Targets.cbegin(), s.Targets.cbegin() + i + 1,
+                          [&](const SatzTarget& t) { return t.AnnouncementKey == next; }));
+        EXPECT_GE(p.timeOf("play " + next, nextNth) - p.timeOf("play " + key, nth),
+                  schedule[i + 1].startMs - schedule[i].startMs)
+            << "entry " << i + 1;
+    }
 }
 
 TEST(PlayAnnouncementSequence, AnUnknownKeyRaisesTheSubscriptErrorAndLeavesBusySet) {

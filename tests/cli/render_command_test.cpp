@@ -1,3 +1,4 @@
+#include "audio/sentencerender.h"
 #include "audio/soundfile.h"
 #include "service/packagefixture.h"
 #include "service/servicebytes.h"
@@ -49,15 +50,19 @@ TEST(ToolRender, WritesTheSentenceAsThePlayerSchedulesIt) {
     EXPECT_TRUE(info.wave);
     EXPECT_EQ(info.sampleRate, 44100);
     EXPECT_EQ(info.channels, 2);
-    // 800 + 1100 + 1000 ms
-    ASSERT_EQ(info.frames, 2900 * 441 / 10);
-    const auto left = [&](qint64 frame) { return s[static_cast<std::size_t>(frame * 2)]; };
-    EXPECT_NEAR(left(800 * 441 / 10 - 1), 0.25f, 1e-3);  // the gong, cut 200 ms early
-    EXPECT_NEAR(left(1200 * 441 / 10), 0.5f, 2e-3);      // the train, from 22,050 Hz
-    EXPECT_NEAR(s[1200 * 441 / 10 * 2 + 1], 0.0f, 2e-3); // its right channel is silent
-    EXPECT_NEAR(left(1750 * 441 / 10), 0.0f, 1e-3);      // then 300 ms of silence
-    EXPECT_NEAR(left(1900 * 441 / 10), 0.25f, 1e-3);     // the gong again, to its end
-    EXPECT_NEAR(left(2900 * 441 / 10 - 1), 0.25f, 1e-3);
+    // 800 + 1100 + 1000 ms, each wait running to the tick after its end
+    ASSERT_EQ(info.frames, frameOfMs(2903, 44100));
+    const auto left = [&](qint64 ms, int offset = 0) {
+        return s[static_cast<std::size_t>((frameOfMs(ms, 44100) + offset) * 2)];
+    };
+    EXPECT_NEAR(left(801, -1), 0.25f, 1e-3); // the gong, cut 200 ms early
+    EXPECT_NEAR(left(801, 44), 0.5f, 2e-3);  // the train, from 22,050 Hz, past its first ringing
+    // Its right channel is silent.
+    EXPECT_NEAR(s[static_cast<std::size_t>(frameOfMs(1201, 44100) * 2 + 1)], 0.0f, 2e-3);
+    EXPECT_NEAR(left(1751), 0.0f, 1e-3); // then 300 ms of silence
+    EXPECT_NEAR(left(1902, -1), 0.0f, 1e-3);
+    EXPECT_NEAR(left(1902), 0.25f, 1e-3); // the gong again, to its end
+    EXPECT_NEAR(left(2902, -1), 0.25f, 1e-3);
 }
 
 TEST(ToolRender, TakesAnotherRate) {
@@ -69,7 +74,7 @@ TEST(ToolRender, TakesAnotherRate) {
     SoundInfo info;
     readSound(out, info);
     EXPECT_EQ(info.sampleRate, 8000);
-    EXPECT_EQ(info.frames, 2900 * 8);
+    EXPECT_EQ(info.frames, 2903 * 8);
 }
 
 TEST(ToolRender, ReportsWhatItCannotDo) {

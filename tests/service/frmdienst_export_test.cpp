@@ -3,11 +3,14 @@
 #include "audio/soundfile.h"
 #include "service/dienstfixture.h"
 #include "support/soundfixtures.h"
+#include "support/tempdir.h"
+#include "support/toolrun.h"
 #include "util/filedialog.h"
 #include "util/reportlist.h"
 
 #include <QAction>
 #include <QFile>
+#include <QLineEdit>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <vector>
@@ -70,7 +73,7 @@ TEST(frmDienstExport, SavesTheSelectedSentenceAsTheRendererWritesIt) {
     const std::vector<float> s = tavik::test::readSound(path + ".wav", info);
     EXPECT_EQ(info.sampleRate, 44100);
     EXPECT_EQ(info.channels, 2);
-    ASSERT_EQ(info.frames, frameOfMs(120 + 100 + 80, 44100));
+    ASSERT_EQ(info.frames, frameOfMs(120 + 100 + 1 + 80 + 1, 44100)); // a tick per wait
     // The gong sounds, then the 100 ms pause after it is silent.
     float gong = 0;
     float pause = 0;
@@ -80,6 +83,39 @@ TEST(frmDienstExport, SavesTheSelectedSentenceAsTheRendererWritesIt) {
         pause = std::max(pause, std::abs(s[static_cast<std::size_t>(f * 2)]));
     EXPECT_GT(gong, 0.2f);
     EXPECT_LT(pause, 0.01f);
+}
+
+TEST(frmDienstExport, WritesTheSameBytesAsTheToolRendersFromTheSavedService) {
+    DienstHost host(station());
+    frmDienst* editor = host.openEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->cmdAdd()->click();
+    press(editor, editor->cmdSave());
+    editor->mnuSave()->trigger();
+    for (const auto& [box, text] : {std::pair{editor->txtTitle(), QStringLiteral("Linie 4")},
+                                    std::pair{editor->txtAutor(), QStringLiteral("Tavik")},
+                                    std::pair{editor->txtID(), QStringLiteral("000004")}}) {
+        box->selectAll();
+        box->del();
+        QTest::keyClicks(box, text);
+    }
+    QTest::mouseClick(editor->cmdSv(), Qt::LeftButton);
+    ASSERT_TRUE(QFile::exists(host.serviceFile("000004")));
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+    const QString exported = host.root.file("Satz.wav");
+    {
+        ChosenFile chosen(exported);
+        editor->mnuExport()->trigger();
+    }
+    ASSERT_TRUE(host.errors.isEmpty()) << host.errors.join(' ').toStdString();
+    const QString rendered = host.root.file("render.wav");
+    const tavik::test::ToolRun r =
+        tavik::test::tool({"render", host.folder, host.serviceFile("000004"),
+                           editor->lsvDienst()->ListItems(1)->Text(), "-o", rendered});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    const QByteArray fromTool = tavik::test::readAll(rendered);
+    EXPECT_GT(fromTool.size(), 44);
+    EXPECT_EQ(tavik::test::readAll(exported), fromTool);
 }
 
 TEST(frmDienstExport, WithoutASelectedSentenceItAsksForOneAndWritesNothing) {

@@ -2,8 +2,13 @@
 
 #include <QElapsedTimer>
 #include <QThread>
+#include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cmath>
 #include <cstring>
+#include <ctime>
+#include <thread>
 
 namespace tavik::test {
 
@@ -54,6 +59,43 @@ void MonitorRecording::stop() {
     }
 }
 
+struct StallWatch::State {
+    std::atomic<bool> quit{false};
+    std::atomic<double> worst{0};
+    std::atomic<double> cpu{0};
+    std::thread thread;
+};
+
+StallWatch::StallWatch() : d_(std::make_unique<State>()) {
+    d_->thread = std::thread([state = d_.get()] {
+        using Clock = std::chrono::steady_clock;
+        while (!state->quit.load()) {
+            const auto due = Clock::now() + std::chrono::milliseconds(1);
+            std::this_thread::sleep_until(due);
+            const double late =
+                std::chrono::duration<double, std::milli>(Clock::now() - due).count();
+            if (late > state->worst.load())
+                state->worst.store(late);
+            timespec t{};
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+            state->cpu.store(static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_nsec) / 1e9);
+        }
+    });
+}
+
+StallWatch::~StallWatch() {
+    d_->quit.store(true);
+    d_->thread.join();
+}
+
+double StallWatch::worstMs() const {
+    return d_->worst.load();
+}
+
+double StallWatch::cpuSeconds() const {
+    return d_->cpu.load();
+}
+
 std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, qint64 minimum,
                                 float tolerance) {
     std::vector<Segment> found;
@@ -78,6 +120,31 @@ Segment segmentAfter(const std::vector<float>& samples, float level, qint64 from
         if (s.onset >= from)
             return s;
     return {};
+}
+
+std::vector<double> onsetDifferencesMs(const std::vector<float>& heard,
+                                       const std::vector<float>& rendered,
+                                       const std::vector<float>& levels) {
+    std::vector<double> differences;
+    qint64 fromHeard = 0;
+    qint64 fromRendered = 0;
+    for (const float level : levels) {
+        const Segment h = segmentAfter(heard, level, fromHeard);
+        const Segment r = segmentAfter(rendered, level, fromRendered);
+        if (h.onset < 0 || r.onset < 0)
+            break;
+        fromHeard = h.onset + 1;
+        fromRendered = r.onset + 1;
+        differences.push_back(framesToMs(h.onset - r.onset));
+    }
+    return differences;
+}
+
+double median(std::vector<double> values) {
+    if (values.empty())
+        return 0;
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
 }
 
 } // namespace tavik::test

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QProcess>
 #include <QString>
+#include <memory>
 #include <vector>
 
 namespace tavik::test {
@@ -29,6 +30,26 @@ private:
     std::vector<float> right_;
 };
 
+// Watches, on a thread of its own, how late the machine wakes a thread that sleeps a
+// millisecond at a time: a machine too busy to wake the window's thread on time makes the
+// player's waits late by the same, which says nothing about the player.
+class StallWatch {
+public:
+    StallWatch();
+    ~StallWatch();
+    StallWatch(const StallWatch&) = delete;
+    StallWatch& operator=(const StallWatch&) = delete;
+
+    // The longest a wake-up came late so far, in milliseconds.
+    double worstMs() const;
+    // The processor time the watch itself took so far, in seconds.
+    double cpuSeconds() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> d_;
+};
+
 // A stretch of the recording at one level.
 struct Segment {
     qint64 onset = -1; // first frame at the level
@@ -42,6 +63,16 @@ std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, 
 
 // The first stretch at `level` that starts at or after `from`; onset -1 when none.
 Segment segmentAfter(const std::vector<float>& samples, float level, qint64 from);
+
+// For each level in order, where its stretch begins in `heard` less where it begins in
+// `rendered`, in milliseconds (both at the recording's rate); shorter than `levels` when a level
+// is missing from either.
+std::vector<double> onsetDifferencesMs(const std::vector<float>& heard,
+                                       const std::vector<float>& rendered,
+                                       const std::vector<float>& levels);
+
+// The middle value (the upper of the two middle ones); 0 for none.
+double median(std::vector<double> values);
 
 // Milliseconds of recording frames.
 inline double framesToMs(qint64 frames) {
