@@ -18,9 +18,9 @@ namespace tavik {
 
 namespace {
 
-constexpr std::int32_t kChangedOnDiskQuestion = 222;
-constexpr std::int32_t kReloadedStatus = 223;
-constexpr std::int32_t kOpenElsewhere = 224;
+constexpr std::int32_t kChangedOnDiskQuestion = 230;
+constexpr std::int32_t kReloadedStatus = 231;
+constexpr std::int32_t kOpenElsewhere = 232;
 // A change met while a dialog or a load is busy is looked at again after this long.
 constexpr int kRetryMs = 500;
 

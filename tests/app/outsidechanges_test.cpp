@@ -191,7 +191,7 @@ TEST(OutsideChanges, ASecondEditorIsToldThatThePackageIsOpenElsewhere) {
     ASSERT_EQ(second.messages.size(), 1u);
     EXPECT_EQ(second.messages[0].text,
               second.language.GetLangString(
-                  224, LockHolder(PackageLockFile(first.folder, QStringLiteral("open")))));
+                  232, LockHolder(PackageLockFile(first.folder, QStringLiteral("open")))));
     EXPECT_TRUE(second.messages[0].text.contains(
         QStringLiteral("%1").arg(QCoreApplication::applicationPid())));
 }
