@@ -40,6 +40,7 @@ void frmMain::LoadPackage() {
         MsgBox(this, language_.GetLangString(8), MsgButtons::OK, MsgIcon::Exclamation);
         return;
     }
+    noteLoadedPackage();
     lsvPack_->hide();
     // A load aborted by a runtime error still leaves a window the user can work with: the
     // list as far as it was filled, the ready panels, no status window.
