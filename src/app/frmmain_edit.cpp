@@ -139,8 +139,9 @@ bool frmMain::SavePackage() {
     // The list belongs to the package it was loaded from (or made with): never another one.
     if (target.isEmpty() || target != listIndexPath_) {
         MsgBox(this,
-               language_.GetLangString(LangText::PackageNotSaved, NativePath(target),
-                                       RuntimeError(rt::PathNotFound).description()),
+               language_.GetLangString(LangText::PackageNotSaved,
+                                       QDir::toNativeSeparators(QDir::cleanPath(target)),
+                                       ErrorText(RuntimeError(rt::PathNotFound))),
                MsgButtons::OK, MsgIcon::Exclamation);
         return false;
     }
@@ -149,8 +150,9 @@ bool frmMain::SavePackage() {
         PackageIndex.SaveIOFile(target);
     } catch (const RuntimeError& error) {
         MsgBox(this,
-               language_.GetLangString(LangText::PackageNotSaved, NativePath(target),
-                                       error.description()),
+               language_.GetLangString(LangText::PackageNotSaved,
+                                       QDir::toNativeSeparators(QDir::cleanPath(target)),
+                                       ErrorText(error)),
                MsgButtons::OK, MsgIcon::Exclamation);
         return false;
     }
@@ -251,11 +253,11 @@ void frmMain::ImportSounds(const QStringList& files) {
     const QStringList before = RowKeys(lsvPack_);
     const int loadsBefore = loads_;
     // The import saves the index: with it goes the list as shown, so that the reload shows
-    // it again with the new sounds behind, and nothing is written over a package the list
-    // was not loaded from.
+    // it again with the new sounds behind. A saved list is what the index holds already, and
+    // the file stays the one the tool's import makes.
     const clsZELDB stored = PackageIndex;
     const bool ownPackage = !IndexFilePath.isEmpty() && IndexFilePath == listIndexPath_;
-    if (ownPackage)
+    if (ownPackage && !undoStack_->isClean())
         SavePackageList();
     const auto settle = [&] {
         if (loads_ == loadsBefore) {

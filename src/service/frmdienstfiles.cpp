@@ -83,7 +83,7 @@ void frmDienst::OpenServiceFile(const QString& path) {
     if (!duplicated.isEmpty())
         MsgBox(this,
                main_.language().GetLangString(LangText::DuplicateSentenceKeys,
-                                              QDir::toNativeSeparators(path),
+                                              QDir::toNativeSeparators(QDir::cleanPath(path)),
                                               duplicated.join(QStringLiteral(", "))),
                MsgButtons::OK, MsgIcon::Exclamation);
     txtTitle_->setText(read.header.Title);
@@ -134,7 +134,15 @@ void frmDienst::cmdOpen_Click() {
     // belong to another service than the title shown.
     const QString path = File1.value(lstOpen_->currentRow());
     const ServiceEditState before = CaptureState();
-    OpenServiceFile(path);
+    try {
+        OpenServiceFile(path);
+    } catch (...) {
+        // What a broken file left on screen is no work of the user's; saving it asks before it
+        // replaces any file.
+        openedPath_.clear();
+        startHistory();
+        throw;
+    }
     RefreshList();
     if (!(CaptureState() == before)) {
         openedPath_ = path;

@@ -213,8 +213,8 @@ bool frmDienst::SaveService() {
         QString title, author, description;
         GetFileInfo(path, title, author, description);
         if (MsgBox(this,
-                   language.GetLangString(LangText::ServiceIdTaken, QDir::toNativeSeparators(path),
-                                          title),
+                   language.GetLangString(LangText::ServiceIdTaken,
+                                          QDir::toNativeSeparators(QDir::cleanPath(path)), title),
                    MsgButtons::YesNo, MsgIcon::Question, {}, MsgResult::No) != MsgResult::Yes)
             return false;
     }
@@ -222,8 +222,9 @@ bool frmDienst::SaveService() {
         SaveToFile(path);
     } catch (const RuntimeError& error) {
         MsgBox(this,
-               language.GetLangString(LangText::ServiceNotSaved, QDir::toNativeSeparators(path),
-                                      error.description()),
+               language.GetLangString(LangText::ServiceNotSaved,
+                                      QDir::toNativeSeparators(QDir::cleanPath(path)),
+                                      ErrorText(error)),
                MsgButtons::OK, MsgIcon::Exclamation);
         return false;
     }

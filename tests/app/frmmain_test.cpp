@@ -3,6 +3,7 @@
 #include "app/tavikapplication.h"
 #include "log/frmdebug.h"
 #include "package/clszeldb.h"
+#include "settings/langtexts.h"
 #include "shell/frmsplash.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
@@ -555,7 +556,10 @@ TEST(MainWindowEdit, RemoveAsksAndNoKeepsRowAndFile) {
     editor.answers.push_back(MsgResult::No);
     QTest::mouseClick(editor.main->cmdRemove(), Qt::LeftButton);
     ASSERT_EQ(editor.messages.size(), 1u);
-    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(23));
+    // The question names the announcement and its file; No is the default.
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(LangText::RemoveNamedQuestion,
+                                                                     "0000", "Gong", "0000.wav"));
+    EXPECT_EQ(editor.messages[0].defaultButton, MsgResult::No);
     EXPECT_EQ(editor.messages[0].icon, MsgIcon::Question);
     EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
     EXPECT_TRUE(QFileInfo::exists(folder + "/0000.wav"));

@@ -39,6 +39,7 @@ TEST(SetAsideFiles, AFileSetAsideLeavesItsFolderAndComesBackWithItsBytes) {
 }
 
 TEST(SetAsideFiles, AMissingFileRaises53AndAnOccupiedPlaceKeepsTheFileAside) {
+    ScratchTrash trash; // where the file goes when the set-aside files go
     TempDir package;
     SetAsideFiles aside;
     EXPECT_EQ(errorOf([&] { aside.put(package.file("0009.wav")); }), rt::FileNotFound);

@@ -46,6 +46,7 @@ public:
         qputenv("TAVIK_HOME", root.path().toLocal8Bit());
         // The system's trash, where removed sounds go when a package closes, is a scratch one.
         qputenv("XDG_DATA_HOME", root.file(QStringLiteral("share")).toLocal8Bit());
+        QDir(root.path()).mkpath(QStringLiteral("share"));
         QDir(root.path()).mkpath(QStringLiteral("bin"));
         QDir(root.path()).mkpath(QStringLiteral("res/lang"));
         QDir(root.path()).mkpath(QStringLiteral("Data"));
