@@ -52,7 +52,7 @@ QSet<QString> keysOnDisk(const QString& indexFile) {
 void frmMain::buildEditMenu() {
     undoStack_ = new QUndoStack(this);
     setAside_ = std::make_unique<SetAsideFiles>();
-    mnuEdit_ = menuBar()->addMenu(QStringLiteral("&Bearbeiten"));
+    mnuEdit_ = menuBar()->addMenu(QStringLiteral("Bea&rbeiten"));
     mnuEdit_->setObjectName(QStringLiteral("mnuEdit"));
     mnuUndo_ = mnuEdit_->addAction(QStringLiteral("&Rückgängig"));
     mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
@@ -86,7 +86,7 @@ void frmMain::ApplyEditTexts() {
     const auto text = [this](std::int32_t number, const QString& designed) {
         return LangTextOr(language_, number, designed);
     };
-    mnuEdit_->setTitle(text(LangText::MenuEdit, QStringLiteral("&Bearbeiten")));
+    mnuEdit_->setTitle(text(LangText::MenuEdit, QStringLiteral("Bea&rbeiten")));
     const auto label = [](const QString& caption, const QString& what) {
         return what.isEmpty() ? caption : caption + u' ' + what;
     };

@@ -69,7 +69,7 @@ bool samePath(const QString& a, const QString& b) {
 
 void frmDienst::buildEditMenu() {
     undoStack_ = new QUndoStack(this);
-    QMenu* edit = menuBar()->addMenu(QStringLiteral("&Bearbeiten"));
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("Bea&rbeiten"));
     edit->setObjectName(QStringLiteral("mnuEdit"));
     mnuUndo_ = edit->addAction(QStringLiteral("&Rückgängig"));
     mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
@@ -96,7 +96,7 @@ void frmDienst::buildEditMenu() {
         connect(box, &QLineEdit::textEdited, this, [this, id = mergeId++] { noteChange(id); });
     const auto relabel = [this, edit] {
         const Language& language = main_.language();
-        edit->setTitle(LangTextOr(language, LangText::MenuEdit, QStringLiteral("&Bearbeiten")));
+        edit->setTitle(LangTextOr(language, LangText::MenuEdit, QStringLiteral("Bea&rbeiten")));
         mnuUndo_->setText(LangTextOr(language, LangText::MenuUndo, QStringLiteral("&Rückgängig")));
         mnuRedo_->setText(
             LangTextOr(language, LangText::MenuRedo, QStringLiteral("&Wiederherstellen")));
