@@ -2,6 +2,7 @@
 // changes of the list would be lost.
 #include "app/frmmain.h"
 #include "app/setasidefiles.h"
+#include "dialogs/frmfile.h"
 #include "dialogs/frmnew.h"
 #include "dialogs/frmsetting.h"
 #include "settings/langtexts.h"
@@ -326,4 +327,36 @@ TEST(MainWindowUnsaved, ClosingASavedListAsksNothing) {
     UndoEditor editor;
     EXPECT_TRUE(editor.main->close());
     EXPECT_TRUE(editor.messages.empty());
+}
+
+TEST(MainWindowUndo, AnImportIsUndoneWithItsFileAndRedoneAndKeepsUnsavedMovesShown) {
+    UndoEditor editor;
+    frmMain& main = *editor.main;
+    editor.select(2);
+    QTest::mouseClick(main.cmdUp(), Qt::LeftButton); // unsaved: the import saves it as shown
+    const QStringList moved{"0001", "0000", "0002", "0003"};
+    TempDir sources;
+    const QString source = sources.file(QStringLiteral("Ansage.wav"));
+    ASSERT_TRUE(tavik::test::writeTone(source, 800, 8000));
+    whenShown<frmFile>([](frmFile& dialog) { dialog.cmdOK()->click(); });
+    main.ImportSounds({source});
+    EXPECT_EQ(editor.column(0), moved + QStringList{"0004"});
+    EXPECT_EQ(editor.keysOnDisk(), moved + QStringList{"0004"});
+    EXPECT_TRUE(main.undoStack()->isClean());
+    const QString file = editor.folder + QStringLiteral("/0004.wav");
+    ASSERT_TRUE(QFileInfo::exists(file));
+
+    main.mnuUndo()->trigger();
+    EXPECT_EQ(editor.column(0), moved);
+    EXPECT_FALSE(QFileInfo::exists(file));
+    EXPECT_TRUE(main.isWindowModified());
+    main.mnuRedo()->trigger();
+    EXPECT_EQ(editor.column(0), moved + QStringList{"0004"});
+    EXPECT_TRUE(QFileInfo::exists(file));
+    EXPECT_EQ(editor.column(1)[4], QStringLiteral("Ansage"));
+    main.mnuUndo()->trigger();
+    main.mnuUndo()->trigger(); // the move before the import
+    EXPECT_EQ(editor.column(0), kLoaded);
+    QTest::mouseClick(main.cmdSave(), Qt::LeftButton);
+    EXPECT_EQ(editor.keysOnDisk(), kLoaded);
 }
