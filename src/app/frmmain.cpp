@@ -2,6 +2,7 @@
 #include "app/frmstatus.h"
 
 #include "app/fadeineffect.h"
+#include "app/setasidefiles.h"
 #include "app/tavikapplication.h"
 #include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
@@ -82,6 +83,7 @@ void applyCodeTexts(frmMain& main) {
     if (main.Panel(2)->isHidden())
         main.Panel(1)->setText(language.GetLangString(LangText::StatusReady));
     main.lsvPack()->setAccessibleName(language.GetLangString(LangText::NameAnnouncementList));
+    main.ApplyEditTexts();
 }
 
 } // namespace
@@ -92,6 +94,7 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     setWindowTitle(QString::fromUtf16(kProductName));
     buildControls();
     buildMenus();
+    buildEditMenu();
     buildStatusBar();
     EnableServicButtons(false);
     cmdSave_->setEnabled(false);
@@ -104,7 +107,10 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     tmrName_->start();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    // Files still set aside go where the package on disk wants them.
+    closeEditedPackage();
+}
 
 void frmMain::buildControls() {
     auto* central = new QWidget(this);
@@ -328,6 +334,18 @@ void frmMain::resizeEvent(QResizeEvent* event) {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    // Exit, the close button, Alt+F4 and the end of the session all come here.
+    if (serviceEditor_ && !serviceEditor_->close()) {
+        event->ignore();
+        return;
+    }
+    bool goOn = false;
+    RunHandler([this, &goOn] { goOn = MaySaveOrDiscard(); });
+    if (!goOn) {
+        event->ignore();
+        return;
+    }
+    closeEditedPackage();
     // A package created and never filled disappears; one with files stays.
     if (!PackageFolder.isEmpty()) {
         try {
@@ -335,8 +353,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
         } catch (const RuntimeError&) {
         }
     }
-    if (serviceEditor_)
-        serviceEditor_->close();
     if (eventLog_.viewerCreated())
         eventLog_.viewer()->close();
     event->accept();
@@ -356,13 +372,6 @@ QString frmMain::GetFileName(const QString& key) const {
     return tavik::GetFileName(PackageFolder, key);
 }
 
-bool frmMain::confirmDiscard() {
-    if (lsvPack_->Count() < 1)
-        return true;
-    return MsgBox(this, language_.GetLangString(6), MsgButtons::YesNo, MsgIcon::Question,
-                  language_.GetLangString(7)) != MsgResult::No;
-}
-
 void frmMain::showReadyState() {
     prgStatus_->hide();
     Panel(2)->hide();
@@ -373,39 +382,6 @@ void frmMain::showReadyState() {
             PackageIndex.GetSetting(QStringLiteral("INFO"), QStringLiteral("Name"), QString())));
     } catch (const RuntimeError&) {
     }
-}
-
-void frmMain::cmdSave_Click() {
-    SavePackageList();
-    if (!WriteGuarded([this] {
-            PackageIndex.SaveIOFile(IndexFilePath);
-            return QStringList{QFileInfo(IndexFilePath).fileName()};
-        }))
-        return;
-    UnloadAudioFiles();
-    lsvPack_->ClearItems();
-    LoadPackage();
-}
-
-void frmMain::cmdRemove_Click() {
-    if (MsgBox(this, language_.GetLangString(23), MsgButtons::YesNo, MsgIcon::Question) ==
-        MsgResult::No)
-        return;
-    ReportListItem* row = lsvPack_->SelectedItem();
-    if (!row)
-        return;
-    const QString key = row->Text();
-    const QString file = GetFileName(key);
-    CloseAnnouncementSound(mci_, key);
-    // A key that is not a number has no file (""): the runtime's file-not-found error, as for
-    // any announcement whose sound is missing, and nothing is deleted.
-    WriteGuarded(
-        [&file] {
-            Kill(file);
-            return QStringList{QFileInfo(file).fileName()};
-        },
-        false);
-    lsvPack_->RemoveItem(row->Index());
 }
 
 void frmMain::cmdPlay_Click() {
@@ -428,31 +404,8 @@ void frmMain::cmdPlay_Click() {
     cmdPlay_->setEnabled(true);
 }
 
-void frmMain::cmdUp_Click() {
-    MoveRowUp(lsvPack_);
-}
-
-void frmMain::cmdDown_Click() {
-    MoveRowDown(lsvPack_);
-}
-
-void frmMain::cmdFUp_Click() {
-    MoveRowToTop(lsvPack_);
-}
-
-void frmMain::cmdFDown_Click() {
-    MoveRowToBottom(lsvPack_);
-}
-
 void frmMain::cmdSort_Click() {
     mnuSort_->popup(cmdSort_->mapToGlobal(QPoint(0, cmdSort_->height())));
-}
-
-void frmMain::SortByColumn(int column) {
-    lsvPack_->SetSortKey(column);
-    lsvPack_->SetSorted(true);
-    lsvPack_->SetSortOrder(lsvPack_->SortOrder() == lvw::Ascending ? lvw::Descending
-                                                                   : lvw::Ascending);
 }
 
 void frmMain::cmdCompress_Click() {

@@ -17,6 +17,7 @@ class QMenu;
 class QProgressBar;
 class QStatusBar;
 class QTimer;
+class QUndoStack;
 class QWidget;
 
 namespace tavik {
@@ -31,6 +32,7 @@ class frmCheck;
 class frmStatus;
 class PackageWatch;
 class modMCI;
+class SetAsideFiles;
 class zelcmd;
 enum class MsgResult;
 
@@ -84,6 +86,25 @@ public:
     bool HasUnsavedChanges() const;
     // The watch on the open package's files, null before the first load.
     PackageWatch* packageWatch() const { return watch_; }
+
+    // --- unsaved changes ---
+    // Every change to the list since it was loaded; its clean state is the saved package.
+    QUndoStack* undoStack() const { return undoStack_; }
+    // Sound files of removed (or un-imported) announcements, kept until the package closes.
+    SetAsideFiles& setAsideFiles() const { return *setAside_; }
+    // Writes the list into the package it was loaded from and loads it again; false, with a
+    // message naming the file, when nothing could be written: the list then stays as it is.
+    bool SavePackage();
+    // Asks Save / Discard / Cancel when the list has unsaved changes; true to go on.
+    bool MaySaveOrDiscard();
+    // The import dialog for the open package, `files` already in its list; what the import
+    // saves is the list as shown with the new sounds behind.
+    void ImportSounds(const QStringList& files = {});
+    // Relabels the edit menu and puts the modified mark into the title (language changes).
+    void ApplyEditTexts();
+    QMenu* mnuEdit() const { return mnuEdit_; }
+    QAction* mnuUndo() const { return mnuUndo_; }
+    QAction* mnuRedo() const { return mnuRedo_; }
 
     // --- controls ---
     ReportList* lsvPack() const { return lsvPack_; }
@@ -178,8 +199,13 @@ private:
     void buildControls();
     void buildStatusBar();
     void buildMenus();
-    // Asks before a non-empty list is dropped; true to go on.
-    bool confirmDiscard();
+    void buildEditMenu();
+    // LoadPackage calls it: a load of another package closes the one the list showed.
+    void noteLoadedPackage();
+    // The package the list showed goes: its set-aside files are settled and its undo history
+    // dropped.
+    void closeEditedPackage();
+    void moveSelectedRow(int to);
     void showReadyState();
     void closeStatusWindow();
     void onServiceEditorClosed();
@@ -242,6 +268,14 @@ private:
     QTimer* tmrName_ = nullptr;
     QPointer<frmStatus> status_;
     QPointer<QWidget> serviceEditor_;
+    QUndoStack* undoStack_ = nullptr;
+    std::unique_ptr<SetAsideFiles> setAside_;
+    QMenu* mnuEdit_ = nullptr;
+    QAction* mnuUndo_ = nullptr;
+    QAction* mnuRedo_ = nullptr;
+    // The index file the list was loaded from; Save writes nowhere else.
+    QString listIndexPath_;
+    int loads_ = 0;
     int minHeight_ = 0;
     int minWidth_ = 0;
     QRect frameBeforePanel_; // empty when the panel did not change the window

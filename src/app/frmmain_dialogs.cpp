@@ -33,23 +33,27 @@ bool frmMain::chooseLanguage() {
 }
 
 void frmMain::cmdNew_Click() {
-    if (!confirmDiscard())
+    if (!MaySaveOrDiscard())
         return;
-    UnloadAudioFiles();
-    lsvPack_->ClearItems();
-    table.Announcements = {AnnouncementRecord{}};
-    table.AnnouncementCount = 0;
-    EnableServicButtons(false);
+    // The open package stays as it is until the dialog has made the new one: a cancelled
+    // dialog changes nothing, unsaved changes included.
     newPackageMode = true;
+    PackageChosen = false;
     {
         frmNew dialog(*this);
         dialog.exec();
     }
+    if (!PackageChosen)
+        return;
+    closeEditedPackage();
+    listIndexPath_ = IndexFilePath;
+    table.Announcements = {AnnouncementRecord{}};
+    table.AnnouncementCount = 0;
     showReadyState();
 }
 
 void frmMain::cmdOpen_Click() {
-    if (!confirmDiscard())
+    if (!MaySaveOrDiscard())
         return;
     PackageChosen = false;
     {
@@ -59,30 +63,18 @@ void frmMain::cmdOpen_Click() {
     }
     if (!PackageChosen)
         return;
+    // Also when the same package is opened again: the list then shows the file afresh.
+    closeEditedPackage();
+    listIndexPath_.clear();
     lsvPack_->ClearItems();
     UnloadAudioFiles();
     LoadPackage();
-}
-
-void frmMain::cmdAdd_Click() {
-    ShowImportDialog(*this);
 }
 
 void frmMain::cmdEdit_Click() {
     newPackageMode = false;
     frmNew dialog(*this);
     dialog.exec();
-}
-
-void frmMain::lsvPack_DblClick() {
-    ReportListItem* row = lsvPack_->SelectedItem();
-    if (!row)
-        return;
-    RunHandler([this, row] {
-        frmSetting dialog(*this);
-        dialog.txtTitle()->setText(row->SubItems(1));
-        dialog.exec();
-    });
 }
 
 void frmMain::cmdDienst_Click() {

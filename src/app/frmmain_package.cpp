@@ -43,6 +43,7 @@ void frmMain::LoadPackage() {
         MsgBox(this, language_.GetLangString(8), MsgButtons::OK, MsgIcon::Exclamation);
         return;
     }
+    noteLoadedPackage();
     lsvPack_->hide();
     // Opening a sound lets events through by itself; here that happens at the load's pace.
     const bool yieldOnOpen = mci_.YieldOnOpen;

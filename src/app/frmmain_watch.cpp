@@ -104,6 +104,17 @@ MsgResult frmMain::askAboutOutsideChange(const QStringList& names) {
 }
 
 void frmMain::reloadFromDisk(const QStringList& names) {
+    // What the user gives up goes with the reload: files of unsaved removals return to the
+    // package and the undo history, which described the old list, ends.
+    WriteGuarded(
+        [this] {
+            QStringList returned;
+            for (const QString& path : setAsideFiles().paths())
+                returned << QFileInfo(path).fileName();
+            closeEditedPackage();
+            return returned;
+        },
+        false);
     UnloadAudioFiles();
     lsvPack_->ClearItems();
     LoadPackage();

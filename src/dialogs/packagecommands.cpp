@@ -28,7 +28,7 @@ void InstallPackageListDrop(frmMain& main) {
     QObject::connect(
         drop, &SoundDrop::filesDropped, window,
         [window](const QStringList& files) {
-            RunHandler([window, files] { ShowImportDialog(*window, files); });
+            RunHandler([window, files] { window->ImportSounds(files); });
         },
         Qt::QueuedConnection);
 }

@@ -38,6 +38,8 @@ constexpr std::array<KindText, kFindingKindCount> kKinds = {{
      "a symbolic link is never followed and does not travel with the package (%1)"},
     {"sentence-bound", "the sentence's last entry to play does not match its entries (%1)"},
     {"service-id", "the service is saved under its ID, which does not name this file (%1)"},
+    {"duplicate-sentence-key",
+     "two sentences have the same key: editing, saving and playing find only the first (%1)"},
 }};
 
 const KindText& kindText(FindingKind kind) {

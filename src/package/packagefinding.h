@@ -35,8 +35,9 @@ enum class FindingKind {
     LinkInPackage,        // a symbolic link: never followed, lost when the package travels
     SentenceBound,        // the last entry to play lies past the entries, or short of them
     ServiceId,            // the ID names no file in the package, or not this one
+    DuplicateSentenceKey, // two sentences of one service share a key: look-ups find the first
 };
-inline constexpr int kFindingKindCount = 23;
+inline constexpr int kFindingKindCount = 24;
 
 struct Finding {
     Severity severity = Severity::Error;

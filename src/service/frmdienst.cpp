@@ -1,4 +1,5 @@
 #include "service/frmdienst.h"
+#include "service/servicefiles.h"
 
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
@@ -20,6 +21,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QTabBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -64,6 +66,7 @@ frmDienst::frmDienst(frmMain& main) : QMainWindow(&main, Qt::Window), main_(main
     buildOpenPage();
     buildMenus();
     buildExport();
+    buildEditMenu();
 
     timer1_ = new QTimer(this);
     timer1_->setObjectName(QStringLiteral("Timer1"));
@@ -112,6 +115,9 @@ void frmDienst::FormLoad() {
     guarded(&frmDienst::FindFiles);
     setWindowIcon(main_.windowIcon());
     ShowPage(kServicePage);
+    // A new service never takes an existing one's file.
+    txtID_->setText(LowestFreeServiceId(main_.PackageFolder));
+    startHistory();
     timer1_->start();
     Timer1_Timer();
 }
@@ -180,7 +186,11 @@ void frmDienst::onClick(zelcmd* button, void (frmDienst::*handler)()) {
 }
 
 void frmDienst::guarded(void (frmDienst::*handler)()) {
+    // Events run while a sentence plays; the window may be gone when the handler returns.
+    const QPointer<frmDienst> self(this);
     RunHandler([this, handler] { (this->*handler)(); });
+    if (self && handler != &frmDienst::Timer1_Timer)
+        noteChange(handler == &frmDienst::txtText_Change ? 5 : -1);
 }
 
 void frmDienst::zoom(QWidget* from, QWidget* to) {
@@ -254,6 +264,12 @@ void frmDienst::mnuClose_Click() {
 }
 
 void frmDienst::closeEvent(QCloseEvent* event) {
+    bool goOn = false;
+    RunHandler([this, &goOn] { goOn = MaySaveOrDiscard(); });
+    if (!goOn) {
+        event->ignore();
+        return;
+    }
     timer1_->stop();
     // The main window takes over from here: it enables itself and zooms back to its button.
     Q_EMIT Unloaded();

@@ -16,12 +16,23 @@ class QLineEdit;
 class QListWidget;
 class QTabBar;
 class QTimer;
+class QUndoStack;
 
 namespace tavik {
 
 class ReportList;
 class frmMain;
 class zelcmd;
+
+// Everything of a service that its file keeps: what one step of undo brings back.
+struct ServiceEditState {
+    QStringList header; // title, author, description, ID
+    QStringList rowKeys;
+    QStringList rowTexts;
+    QList<SatzRecord> saetze;
+    std::int16_t satzCount = 0;
+    bool operator==(const ServiceEditState&) const = default;
+};
 
 // The service editor: builds the sentences of a service from the announcements of the package
 // the main window holds, orders them, plays them, and opens, saves and deletes the package's
@@ -67,6 +78,21 @@ public:
     void OpenServiceFile(const QString& path);
     // Where the save command writes: the package folder & "\_" & txtID & "._".
     QString ServicePath() const;
+
+    // --- unsaved changes ---
+    // Every change to the service since it was opened or begun; clean is the saved service.
+    QUndoStack* undoStack() const { return undoStack_; }
+    // Saves the service after the checks that keep a useless or foreign file from being
+    // written; false when nothing was written (a message says why).
+    bool SaveService();
+    // Asks Save / Discard / Cancel when the service has unsaved changes; true to go on.
+    bool MaySaveOrDiscard();
+    // The file the service was opened from or last saved to; "" for a new one.
+    QString OpenedPath() const { return openedPath_; }
+    ServiceEditState CaptureState() const;
+    void RestoreState(const ServiceEditState& state);
+    QAction* mnuUndo() const { return mnuUndo_; }
+    QAction* mnuRedo() const { return mnuRedo_; }
 
     // --- controls ---
     QTabBar* ridDienst() const { return ridDienst_; }
@@ -175,6 +201,12 @@ private:
     void guarded(void (frmDienst::*handler)());
     void onClick(zelcmd* button, void (frmDienst::*handler)());
 
+    void buildEditMenu();
+    // Records what the last handler changed as one step of undo; steps with the same
+    // `mergeId` (typing in one box) become one.
+    void noteChange(int mergeId = -1);
+    // A service opened or begun: no history, and nothing unsaved.
+    void startHistory();
     void setServiceColumnWidth();
     void addTargetRowFromSelectedSource();
     void playSentence(const SatzRecord& satz);
@@ -182,6 +214,12 @@ private:
     void zoom(QWidget* from, QWidget* to);
 
     frmMain& main_;
+    QUndoStack* undoStack_ = nullptr;
+    QAction* mnuUndo_ = nullptr;
+    QAction* mnuRedo_ = nullptr;
+    ServiceEditState lastState_;
+    QString openedPath_;
+    bool restoring_ = false;
 
     QTabBar* ridDienst_ = nullptr;
     std::array<QWidget*, 4> picTab_{};

@@ -15,6 +15,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
@@ -74,6 +75,17 @@ void frmDienst::OpenServiceFile(const QString& path) {
         throw RuntimeError(read.runtimeError);
     }
     sentences.SatzCount = read.declaredCount;
+    // Two sentences of one key would share the first one's entries on the next save: each
+    // later one gets a key of its own, and the user hears of it once.
+    const QStringList duplicated = sentences.RekeyDuplicates(generator);
+    for (int r = 1; r <= lsvDienst_->Count() && r <= Saetze().size(); ++r)
+        lsvDienst_->ListItems(r)->SetText(Saetze()[r - 1].Key);
+    if (!duplicated.isEmpty())
+        MsgBox(this,
+               main_.language().GetLangString(LangText::DuplicateSentenceKeys,
+                                              QDir::toNativeSeparators(QDir::cleanPath(path)),
+                                              duplicated.join(QStringLiteral(", "))),
+               MsgButtons::OK, MsgIcon::Exclamation);
     txtTitle_->setText(read.header.Title);
     txtAutor_->setText(read.header.Author);
     txtComment_->setText(read.header.Description);
@@ -87,15 +99,9 @@ void frmDienst::mnuSave_Click() {
 }
 
 void frmDienst::cmdSv_Click() {
-    // Only the ID is checked, and only for what would lead its file out of the package; an
-    // empty ID gives the name "_._". A refused ID keeps the page open for a new one.
-    if (!IsServiceId(txtID_->text())) {
-        MsgBox(this, main_.language().GetLangString(LangText::ServiceIdRefused), MsgButtons::OK,
-               MsgIcon::Exclamation);
-        return;
-    }
-    SaveToFile(ServicePath());
-    cmdEsc_Click();
+    // A save refused or failed keeps the page open for another ID or another try.
+    if (SaveService())
+        cmdEsc_Click();
 }
 
 void frmDienst::cmdEsc_Click() {
@@ -122,10 +128,26 @@ void frmDienst::cmdRefresh_Click() {
 }
 
 void frmDienst::cmdOpen_Click() {
+    if (!MaySaveOrDiscard())
+        return;
     // The path at the chosen index of every listing so far: after files came or went it may
     // belong to another service than the title shown.
-    OpenServiceFile(File1.value(lstOpen_->currentRow()));
+    const QString path = File1.value(lstOpen_->currentRow());
+    const ServiceEditState before = CaptureState();
+    try {
+        OpenServiceFile(path);
+    } catch (...) {
+        // What a broken file left on screen is no work of the user's; saving it asks before it
+        // replaces any file.
+        openedPath_.clear();
+        startHistory();
+        throw;
+    }
     RefreshList();
+    if (!(CaptureState() == before)) {
+        openedPath_ = path;
+        startHistory();
+    }
     ShowPage(1);
     cmdEsc_Click();
     mnuSave_->setEnabled(true);
@@ -147,16 +169,21 @@ void frmDienst::cmdKill_Click() {
 }
 
 void frmDienst::mnuNew_Click() {
+    if (!MaySaveOrDiscard())
+        return;
     lsvTarget_->ClearItems();
     lsvDienst_->ClearItems();
     if (list1_->count() > 0)
         list1_->setCurrentRow(0);
     txtText_->clear();
     ShowPage(1);
-    // The ID stays: saving the new service unchanged replaces the previous one's file.
     txtTitle_->clear();
     txtAutor_->clear();
     txtComment_->clear();
+    // The lowest free ID: the new service never takes an existing one's file.
+    txtID_->setText(LowestFreeServiceId(main_.PackageFolder));
+    openedPath_.clear();
+    startHistory();
 }
 
 } // namespace tavik

@@ -10,6 +10,7 @@ namespace tavik {
 struct SatzTarget {
     QString AnnouncementKey;
     std::int16_t TimeOffset = 0; // milliseconds
+    bool operator==(const SatzTarget&) const = default;
 };
 
 // A sentence of a service: entries 0 to LastTarget are played in order.
@@ -21,6 +22,7 @@ struct SatzRecord {
     // False for a sentence whose entries were never set: its array has no dimension at all,
     // which the service file records as a descriptor of 0 dimensions.
     bool TargetsDimensioned = true;
+    bool operator==(const SatzRecord&) const = default;
 };
 
 } // namespace tavik

@@ -132,8 +132,21 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
     QHash<QString, const CheckedAnnouncement*> byKey;
     for (const CheckedAnnouncement& a : table)
         byKey.insert(a.Key, &a);
-    for (const SatzRecord& satz : read.sentences)
+    QHash<QString, int> firstAt; // sentence key -> its first position, from 1
+    for (qsizetype i = 0; i < read.sentences.size(); ++i) {
+        const SatzRecord& satz = read.sentences[i];
+        const int position = static_cast<int>(i) + 1;
+        if (const auto it = firstAt.constFind(satz.Key); it != firstAt.cend())
+            out << serviceFinding(Severity::Error, FindingKind::DuplicateSentenceKey, file,
+                                  QStringLiteral("key \"%1\" at sentences %2 and %3")
+                                      .arg(satz.Key)
+                                      .arg(it.value())
+                                      .arg(position),
+                                  satz.Key);
+        else
+            firstAt.insert(satz.Key, position);
         checkSentence(out, file, satz, byKey);
+    }
     return out;
 }
 

@@ -4,6 +4,7 @@
 #include "util/apppath.h"
 #include "util/fileops.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 namespace tavik {
@@ -42,6 +43,16 @@ void FindFiles(const QString& packageFolder, QStringList& lstOpen, QStringList& 
         lstOpen.append(title);
         File1.append(path);
     }
+}
+
+QString LowestFreeServiceId(const QString& packageFolder) {
+    constexpr int kIds = 1000000;
+    for (int n = 0; n < kIds; ++n) {
+        const QString id = QStringLiteral("%1").arg(n, 6, 10, QLatin1Char('0'));
+        if (!QFileInfo::exists(ServiceFilePath(packageFolder, id)))
+            return id;
+    }
+    return QString();
 }
 
 } // namespace tavik

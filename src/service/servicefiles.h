@@ -13,6 +13,10 @@ QString ServiceFilePath(const QString& packageFolder, const QString& id);
 // ID travels inside service files, so a shared file must not pick where the editor writes.
 bool IsServiceId(const QString& id);
 
+// The lowest six-digit ID ("000000", "000001" ...) whose service file the package folder
+// does not hold: a new service never takes an existing one's place.
+QString LowestFreeServiceId(const QString& packageFolder);
+
 // The folder the list of services searches, with a trailing "\": the package folder with
 // (in the system's separators) every "\bin\..\Data\" replaced by "\Data", which undoes the doubled
 // separator the package path carries.

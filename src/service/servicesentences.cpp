@@ -121,4 +121,33 @@ void SaveToFile(const QString& path, const ServiceHeader& header, const ServiceS
     WriteServiceFile(path, ServiceFileBytes(header, sentences.SentencesInOrder(rowKeys)));
 }
 
+QStringList ServiceSentences::RekeyDuplicates(RandomGenerator& generator) {
+    QStringList duplicated;
+    const qsizetype used = std::min<qsizetype>(SatzCount, Saetze.size());
+    // Every key of the file counts as taken, so a fresh key meets none of them.
+    QSet<QString> taken;
+    for (qsizetype i = 0; i < used; ++i)
+        taken.insert(Saetze[i].Key);
+    QSet<QString> seen;
+    for (qsizetype i = 0; i < used; ++i) {
+        QString& key = Saetze[i].Key;
+        if (!seen.contains(key)) {
+            seen.insert(key);
+            continue;
+        }
+        if (!duplicated.contains(key))
+            duplicated << key;
+        if (taken.size() >= kPossibleKeys)
+            throw RuntimeError(rt::Overflow);
+        QString fresh;
+        do {
+            fresh = GenerateKey(generator, kKeyLength);
+        } while (taken.contains(fresh));
+        key = fresh;
+        taken.insert(fresh);
+        seen.insert(fresh);
+    }
+    return duplicated;
+}
+
 } // namespace tavik

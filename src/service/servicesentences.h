@@ -36,6 +36,10 @@ public:
 
     // Takes over the sentences of a service that was read whole.
     void Load(const QList<SatzRecord>& sentences);
+
+    // Gives every sentence in use whose key an earlier one already has a fresh key, so that
+    // each is found by its own key. Returns the keys that were held more than once.
+    QStringList RekeyDuplicates(RandomGenerator& generator);
 };
 
 // One row of the target list: the time shift as typed and the announcement key (its tag).

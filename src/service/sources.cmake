@@ -16,4 +16,5 @@ list(APPEND TAVIK_UI_SOURCES
     service/frmdienstpages.cpp
     service/frmdienstservice.cpp
     service/frmdienstsentence.cpp
+    service/frmdienstundo.cpp
 )

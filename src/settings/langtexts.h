@@ -40,6 +40,26 @@ inline constexpr std::int32_t StatusHint = 33;  // status bar, panel 6
 inline constexpr std::int32_t SearchTitle = 58; // service editor's search box
 inline constexpr std::int32_t SearchPrompt = 59;
 inline constexpr std::int32_t ServiceIdRefused = 110; // an ID that would leave the package
+// Unsaved changes, undo and the guards before work is lost.
+inline constexpr std::int32_t UnsavedListQuestion = 111; // %1 the package's folder
+inline constexpr std::int32_t UnsavedChangesTitle = 112;
+inline constexpr std::int32_t RemoveNamedQuestion = 113;    // %1 key, %2 title, %3 file
+inline constexpr std::int32_t PackageNotSaved = 114;        // %1 file, %2 the error
+inline constexpr std::int32_t UnsavedServiceQuestion = 115; // %1 the service's title
+inline constexpr std::int32_t ServiceIdTaken = 116;         // %1 file, %2 its title
+inline constexpr std::int32_t ServiceWithoutTitle = 117;
+inline constexpr std::int32_t ServiceWithoutSentence = 118;
+inline constexpr std::int32_t DuplicateSentenceKeys = 119; // %1 file, %2 the keys
+inline constexpr std::int32_t MenuEdit = 120;
+inline constexpr std::int32_t MenuUndo = 121;
+inline constexpr std::int32_t MenuRedo = 122;
+inline constexpr std::int32_t UndoMove = 123;
+inline constexpr std::int32_t UndoSort = 124;
+inline constexpr std::int32_t UndoProperties = 125;
+inline constexpr std::int32_t UndoImport = 126;
+inline constexpr std::int32_t UndoRemove = 127;
+inline constexpr std::int32_t UndoServiceChange = 128;
+inline constexpr std::int32_t ServiceNotSaved = 129; // %1 file, %2 the error
 // The package check window: caption, severities, column captions, the clean result, then one
 // text per kind of finding (%1 the finding's detail), in the order of FindingKind.
 inline constexpr std::int32_t CheckCaption = 190;
@@ -51,7 +71,7 @@ inline constexpr std::int32_t CheckColumnFile = 195;
 inline constexpr std::int32_t CheckColumnPlace = 196;
 inline constexpr std::int32_t CheckColumnProblem = 197;
 inline constexpr std::int32_t CheckClean = 198;
-inline constexpr std::int32_t CheckFirstFinding = 199; // to 221
+inline constexpr std::int32_t CheckFirstFinding = 199; // to 222
 // Service editor: the tab strip and the captions of its lists' columns.
 inline constexpr std::int32_t TabProperties = 130;
 inline constexpr std::int32_t TabService = 131;

@@ -59,6 +59,10 @@ QString RuntimeError::defaultDescription(int number) {
     }
 }
 
+QString ErrorText(const RuntimeError& error) {
+    return QStringLiteral("%1 (%2)").arg(error.description()).arg(error.number());
+}
+
 } // namespace tavik
 
 namespace tavik::rt {

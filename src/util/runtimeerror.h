@@ -25,6 +25,9 @@ private:
     QByteArray what_;
 };
 
+// The error's text and number for a message of the program's own: "Datenträger voll (61)".
+QString ErrorText(const RuntimeError& error);
+
 // Error numbers of the runtime, as the rest of the program raises them.
 namespace rt {
 inline constexpr int InvalidCall = 5;

@@ -1,8 +1,10 @@
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
 #include "app/tavikapplication.h"
+#include "dialogs/frmsetting.h"
 #include "log/frmdebug.h"
 #include "package/clszeldb.h"
+#include "settings/langtexts.h"
 #include "shell/frmsplash.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
@@ -17,6 +19,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
 #include <QTest>
@@ -27,6 +30,7 @@
 using namespace tavik;
 using tavik::test::EditorFixture;
 using tavik::test::ErrorCatcher;
+using tavik::test::whenShown;
 using Entry = EditorFixture::Entry;
 
 namespace {
@@ -188,20 +192,31 @@ TEST(MainWindowOpen, OpeningWhileTheListIsEmptyAsksNoQuestion) {
     EXPECT_TRUE(editor.messages.empty());
 }
 
-TEST(MainWindowOpen, OpeningOverAFilledListAsksAndNoKeepsTheList) {
+TEST(MainWindowOpen, OpeningOverUnsavedChangesAsksAndCancelKeepsTheList) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
     editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
                                     {{QStringLiteral("0000"), QStringLiteral("Gong"), 100}}));
+    ReportList* list = editor.main->lsvPack();
+    list->setCurrentItem(list->ListItems(1));
+    list->ListItems(1)->SetSelected(true);
+    whenShown<frmSetting>([](frmSetting& dialog) {
+        dialog.txtTitle()->setText(QStringLiteral("Gong 2"));
+        dialog.cmdOK()->click();
+    });
+    editor.main->lsvPack_DblClick(); // something unsaved
     editor.messages.clear();
-    editor.answers.push_back(MsgResult::No);
+    editor.answers.push_back(MsgResult::Cancel);
     editor.main->cmdOpen_Click();
     ASSERT_EQ(editor.messages.size(), 1u);
-    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(6));
-    EXPECT_EQ(editor.messages[0].title, editor.language.GetLangString(7));
-    EXPECT_EQ(editor.messages[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(editor.messages[0].text,
+              editor.language.GetLangString(LangText::UnsavedListQuestion, "p"));
+    EXPECT_EQ(editor.messages[0].title,
+              editor.language.GetLangString(LangText::UnsavedChangesTitle));
+    EXPECT_EQ(editor.messages[0].buttons, MsgButtons::SaveDiscardCancel);
     EXPECT_EQ(editor.messages[0].icon, MsgIcon::Question);
     EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
+    EXPECT_EQ(editor.column(1), QStringList{QStringLiteral("Gong 2")});
 }
 
 TEST(MainWindowClose, AnEmptyPackageFolderIsRemovedOnExit) {
@@ -555,7 +570,10 @@ TEST(MainWindowEdit, RemoveAsksAndNoKeepsRowAndFile) {
     editor.answers.push_back(MsgResult::No);
     QTest::mouseClick(editor.main->cmdRemove(), Qt::LeftButton);
     ASSERT_EQ(editor.messages.size(), 1u);
-    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(23));
+    // The question names the announcement and its file; No is the default.
+    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(LangText::RemoveNamedQuestion,
+                                                                     "0000", "Gong", "0000.wav"));
+    EXPECT_EQ(editor.messages[0].defaultButton, MsgResult::No);
     EXPECT_EQ(editor.messages[0].icon, MsgIcon::Question);
     EXPECT_EQ(editor.main->lsvPack()->Count(), 1);
     EXPECT_TRUE(QFileInfo::exists(folder + "/0000.wav"));

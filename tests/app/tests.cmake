@@ -1,9 +1,13 @@
 list(APPEND TAVIK_CORE_TESTS
     app/install_test.cpp
+    app/setasidefiles_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
     app/frmmain_load_test.cpp
     app/frmmain_sortsave_test.cpp
+    app/frmmain_badinput_test.cpp
+    app/frmmain_undo_test.cpp
+    app/frmmain_randomorder_test.cpp
     app/frmcheck_test.cpp
     app/frmmain_test.cpp
     app/frmstatus_test.cpp

@@ -67,18 +67,16 @@ QString setting(clsZELDB& store, const QString& key, const QString& item) {
 
 } // namespace
 
-TEST(MainWindowNewPackage, AfterTheQuestionTheListIsEmptiedAndTheDialogCreatesThePackage) {
+TEST(MainWindowNewPackage, TheDialogCreatesThePackageAndOnlyThenTheListIsEmptied) {
     Editor editor;
     frmMain& main = *editor.main;
     ASSERT_EQ(main.lsvPack()->Count(), 2);
     ModalAnswer<frmNew> answer([&](frmNew& dialog) {
+        // Until the new package is made, the open one stays as it is.
         EXPECT_TRUE(main.newPackageMode);
-        EXPECT_EQ(main.lsvPack()->Count(), 0);
-        EXPECT_EQ(main.table.AnnouncementCount, 0);
-        EXPECT_EQ(main.table.Announcements.size(), 1);
-        EXPECT_FALSE(main.cmdAdd()->isEnabled());
-        EXPECT_FALSE(main.cmdEdit()->isEnabled());
-        EXPECT_FALSE(editor.backend.emulator().isOpen(QStringLiteral("0001")));
+        EXPECT_EQ(main.lsvPack()->Count(), 2);
+        EXPECT_TRUE(main.cmdAdd()->isEnabled());
+        EXPECT_TRUE(editor.backend.emulator().isOpen(QStringLiteral("0001")));
         EXPECT_TRUE(dialog.txtDir()->isEnabled());
         EXPECT_EQ(dialog.txtTitel()->text(), QString());
         dialog.txtDir()->setText(QStringLiteral("Linie2"));
@@ -90,11 +88,11 @@ TEST(MainWindowNewPackage, AfterTheQuestionTheListIsEmptiedAndTheDialogCreatesTh
     QTest::mouseClick(main.cmdNew(), Qt::LeftButton);
 
     EXPECT_EQ(answer.answered, 1);
-    ASSERT_EQ(editor.messages.size(), 1u);
-    EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(6));
-    EXPECT_EQ(editor.messages[0].title, editor.language.GetLangString(7));
-    EXPECT_EQ(editor.messages[0].buttons, MsgButtons::YesNo);
-    EXPECT_EQ(editor.messages[0].icon, MsgIcon::Question);
+    // A saved list is dropped without a question.
+    EXPECT_TRUE(editor.messages.empty());
+    EXPECT_EQ(main.lsvPack()->Count(), 0);
+    EXPECT_EQ(main.table.AnnouncementCount, 0);
+    EXPECT_FALSE(editor.backend.emulator().isOpen(QStringLiteral("0001")));
 
     const QString created = editor.root.file(QStringLiteral("Data/Linie2"));
     EXPECT_EQ(QDir::cleanPath(main.PackageFolder), QDir::cleanPath(created));
@@ -115,9 +113,13 @@ TEST(MainWindowNewPackage, AfterTheQuestionTheListIsEmptiedAndTheDialogCreatesTh
     EXPECT_TRUE(QFileInfo::exists(editor.folder + QStringLiteral("/Package.io")));
 }
 
-TEST(MainWindowNewPackage, NoToTheQuestionKeepsTheListAndOpensNoDialog) {
+TEST(MainWindowNewPackage, CancelToTheQuestionKeepsTheListAndOpensNoDialog) {
     Editor editor;
-    editor.answers.push_back(MsgResult::No);
+    ReportList* list = editor.main->lsvPack();
+    list->setCurrentItem(list->ListItems(2));
+    list->ListItems(2)->SetSelected(true);
+    QTest::mouseClick(editor.main->cmdUp(), Qt::LeftButton); // something unsaved
+    editor.answers.push_back(MsgResult::Cancel);
     ModalAnswer<frmNew> answer([](frmNew&) {});
     editor.main->cmdNew()->click();
     QTest::qWait(30);
@@ -127,17 +129,17 @@ TEST(MainWindowNewPackage, NoToTheQuestionKeepsTheListAndOpensNoDialog) {
     EXPECT_TRUE(editor.main->cmdAdd()->isEnabled());
 }
 
-TEST(MainWindowNewPackage, CancellingLeavesAnEmptyListWithThePackageCommandsOff) {
+TEST(MainWindowNewPackage, CancellingKeepsTheOpenPackageWithItsCommands) {
     Editor editor;
     ModalAnswer<frmNew> answer([](frmNew& dialog) { dialog.cmdCancel()->click(); });
     editor.main->cmdNew()->click();
 
     EXPECT_EQ(answer.answered, 1);
     frmMain& main = *editor.main;
-    EXPECT_EQ(main.lsvPack()->Count(), 0);
-    EXPECT_EQ(main.table.AnnouncementCount, 0);
-    EXPECT_FALSE(main.cmdAdd()->isEnabled());
-    EXPECT_FALSE(main.cmdPlay()->isEnabled());
+    EXPECT_EQ(main.lsvPack()->Count(), 2);
+    EXPECT_EQ(main.table.AnnouncementCount, 2);
+    EXPECT_TRUE(main.cmdAdd()->isEnabled());
+    EXPECT_TRUE(main.cmdPlay()->isEnabled());
     EXPECT_EQ(main.Panel(1)->text(), editor.language.GetLangString(27));
     EXPECT_EQ(QDir(editor.root.file(QStringLiteral("Data")))
                   .entryList(QDir::AllEntries | QDir::NoDotAndDotDot),

@@ -242,8 +242,12 @@ TEST(HostileServiceEditor, ARowWhoseSentenceIsNotFoundIsTheSubscriptErrorForPlay
     press(editor, editor->cmdEdit());
     expectSubscriptError("edit");
     EXPECT_EQ(editor->CurrentPage(), 1);
+    // The save refuses a service with a sentence it cannot find, before anything is written.
+    host.messages.clear();
     host.save(QStringLiteral("000042"));
-    expectSubscriptError("save");
+    EXPECT_TRUE(host.errors.isEmpty());
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0].text, host.language.GetLangString(LangText::ServiceWithoutSentence));
     EXPECT_FALSE(QFileInfo::exists(host.serviceFile(QStringLiteral("000042"))));
     // The refresh skips the row, as it skips any row whose key is not found.
     editor->RefreshList();

@@ -82,7 +82,7 @@ TEST(frmDienst, ClosingEnablesTheMainWindowAgainAndTheNextOpeningMakesAFreshEdit
 TEST(frmDienst, LabelsItselfFromTheLanguageFileAndKeepsItsTextBoxes) {
     DienstHost host(station(), QStringLiteral("English.lng"));
     frmDienst* editor = host.openEditor();
-    EXPECT_EQ(editor->windowTitle(), QStringLiteral("Service editor"));
+    EXPECT_EQ(editor->windowTitle(), QStringLiteral("Service editor[*]"));
     EXPECT_EQ(editor->findChild<QLabel*>(QStringLiteral("lblTitle"))->text(),
               QStringLiteral("Service na&me:"));
     EXPECT_EQ(editor->cmdAdd()->toolTip(), QStringLiteral("New entry"));

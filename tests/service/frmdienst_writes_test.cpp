@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
+#include <QUndoStack>
 #include <cerrno>
 #include <gtest/gtest.h>
 
@@ -59,14 +60,18 @@ TEST(frmDienstWrites, AFailedSaveShowsTheErrorAndKeepsTheServiceFileWithItsTail)
     editor->lsvDienst()->ListItems(1)->SetSelected(true);
     press(editor, editor->cmdRem());
     for (const auto& [step, systemError, number] :
-         {std::tuple{WriteStep::Write, ENOSPC, QStringLiteral("'61'")},
-          std::tuple{WriteStep::Sync, EIO, QStringLiteral("'57'")},
-          std::tuple{WriteStep::Commit, EACCES, QStringLiteral("'75'")}}) {
-        host.errors.clear();
+         {std::tuple{WriteStep::Write, ENOSPC, QStringLiteral("(61)")},
+          std::tuple{WriteStep::Sync, EIO, QStringLiteral("(57)")},
+          std::tuple{WriteStep::Commit, EACCES, QStringLiteral("(75)")}}) {
+        host.messages.clear();
         ScopedWriteFault fault(step, systemError);
         saveService(editor, QStringLiteral("000000"));
-        ASSERT_EQ(host.errors.size(), 1);
-        EXPECT_TRUE(host.errors[0].contains(number)) << host.errors[0].toStdString();
+        // A message names the file and the error; the service stays in the editor.
+        ASSERT_EQ(host.messages.size(), 1u);
+        EXPECT_TRUE(host.messages[0].text.contains(number)) << host.messages[0].text.toStdString();
+        EXPECT_TRUE(host.messages[0].text.contains(QDir::toNativeSeparators(file)));
+        EXPECT_EQ(editor->lsvDienst()->Count(), 2);
+        EXPECT_FALSE(editor->undoStack()->isClean());
         EXPECT_EQ(readAll(file), saved);
         EXPECT_EQ(QDir(host.folder).entryList({QStringLiteral("_*")}, QDir::Files),
                   QStringList{"_000000._"});
@@ -80,8 +85,10 @@ TEST(frmDienstWrites, ALinkedServiceFileIsRefusedWith75AndNothingOutsideChanges)
     frmDienst* editor = host.openEditor();
     addSentence(editor);
     const TreeSnapshot before(host.root.path());
+    host.messages.clear();
     saveService(editor, QStringLiteral("000000"));
-    ASSERT_EQ(host.errors.size(), 1);
-    EXPECT_TRUE(host.errors[0].contains(QStringLiteral("'75'"))) << host.errors[0].toStdString();
+    ASSERT_FALSE(host.messages.empty());
+    EXPECT_TRUE(host.messages.back().text.contains(QStringLiteral("(75)")))
+        << host.messages.back().text.toStdString();
     EXPECT_EQ(TreeSnapshot(host.root.path()).changesSince(before), QStringList());
 }

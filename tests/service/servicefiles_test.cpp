@@ -107,3 +107,12 @@ TEST(FindFiles, ListsThroughTheBinDataPathThePackageIsHeldUnder) {
     EXPECT_EQ(lstOpen, QStringList({"Dienst"}));
     EXPECT_EQ(File1[0], NativePath(root.path() + "\\Data\\Linie\\_5._"));
 }
+
+TEST(LowestFreeServiceId, IsTheFirstSixDigitIdWithoutAFile) {
+    TempDir package;
+    EXPECT_EQ(LowestFreeServiceId(package.path()), QStringLiteral("000000"));
+    package.write("_000000._", "x");
+    package.write("_000001._", "x");
+    package.write("_000003._", "x");
+    EXPECT_EQ(LowestFreeServiceId(package.path()), QStringLiteral("000002"));
+}

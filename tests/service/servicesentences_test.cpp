@@ -183,3 +183,30 @@ TEST(SaveToFile, SentencesRemovedFromTheListAreNotWrittenButStayInMemory) {
     EXPECT_EQ(state.Saetze.size(), 3);
     EXPECT_EQ(state.SatzCount, 3);
 }
+
+TEST(ServiceSentences, LaterSentencesOfADuplicatedKeyGetFreshKeysAndKeepTheirEntries) {
+    ServiceSentences sentences;
+    const auto satz = [](const char* key, const char* announcement) {
+        SatzRecord s;
+        s.Key = QString::fromLatin1(key);
+        s.Targets = {SatzTarget{QString::fromLatin1(announcement), 0}};
+        s.LastTarget = 0;
+        return s;
+    };
+    sentences.Saetze = {satz("4711", "0000"), satz("0815", "0001"), satz("4711", "0002"),
+                        satz("4711", "0003")};
+    sentences.SatzCount = 4;
+    RandomGenerator generator = sameSecond();
+    EXPECT_EQ(sentences.RekeyDuplicates(generator), QStringList{QStringLiteral("4711")});
+    QSet<QString> keys;
+    for (const SatzRecord& s : sentences.Saetze)
+        keys.insert(s.Key);
+    EXPECT_EQ(keys.size(), 4);
+    EXPECT_EQ(sentences.Saetze[0].Key, QStringLiteral("4711"));
+    EXPECT_EQ(sentences.Saetze[1].Key, QStringLiteral("0815"));
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(sentences.FindTargetByKey(sentences.Saetze[i].Key), i);
+        EXPECT_EQ(sentences.Saetze[i].Targets[0].AnnouncementKey, QStringLiteral("000%1").arg(i));
+    }
+    EXPECT_TRUE(sentences.RekeyDuplicates(generator).isEmpty());
+}

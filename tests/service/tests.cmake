@@ -16,4 +16,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_writes_test.cpp
     service/dienst_endtoend_test.cpp
     service/frmdienst_export_test.cpp
+    service/frmdienst_undo_test.cpp
 )

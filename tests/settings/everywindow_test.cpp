@@ -142,7 +142,9 @@ QList<ShownText> wordsShownBy(QWidget* window) {
             shown.append(
                 {windowName + QStringLiteral("/") + nameOf(o) + QStringLiteral(" ") + what, text});
     };
-    add(window, QStringLiteral("title"), window->windowTitle());
+    // The place of the unsaved-changes mark is not shown: the system shows "*" or nothing.
+    add(window, QStringLiteral("title"),
+        QString(window->windowTitle()).remove(QStringLiteral("[*]")));
     for (QWidget* w : controlsOf(window)) {
         add(w, QStringLiteral("tool tip"), w->toolTip());
         if (auto* label = qobject_cast<QLabel*>(w))

@@ -28,7 +28,7 @@ namespace tavik::test {
 // A whole installation in a scratch folder (bin/ with the formats file, res/lang/ with the
 // delivered language files, Data/) and the editor's main window on it, with the MCI emulator
 // playing to the null output and every command recorded. Message boxes are recorded and
-// answered from a queue (OK, or Yes for questions, when it is empty).
+// answered from a queue (OK, Yes for questions, Discard for unsaved changes, when it is empty).
 class EditorFixture {
 public:
     struct Entry {
@@ -44,6 +44,9 @@ public:
         : log(programFolder(), &language),
           mci(recorder, [this](const QString& line) { logLines << line; }) {
         qputenv("TAVIK_HOME", root.path().toLocal8Bit());
+        // The system's trash, where removed sounds go when a package closes, is a scratch one.
+        qputenv("XDG_DATA_HOME", root.file(QStringLiteral("share")).toLocal8Bit());
+        QDir(root.path()).mkpath(QStringLiteral("share"));
         QDir(root.path()).mkpath(QStringLiteral("bin"));
         QDir(root.path()).mkpath(QStringLiteral("res/lang"));
         QDir(root.path()).mkpath(QStringLiteral("Data"));
@@ -64,6 +67,9 @@ public:
                 answers.pop_front();
                 return answer;
             }
+            // A question before unsaved changes are lost is answered as a user who moves on.
+            if (request.buttons == MsgButtons::SaveDiscardCancel)
+                return MsgResult::Discard;
             return request.buttons == MsgButtons::YesNo ? MsgResult::Yes : MsgResult::OK;
         });
         main = std::make_unique<frmMain>(language, mci, log);
@@ -74,6 +80,7 @@ public:
         main.reset();
         SetMessageHandler(previousHandler);
         qunsetenv("TAVIK_HOME");
+        qunsetenv("XDG_DATA_HOME");
     }
 
     QString programFolder() const { return root.file(QStringLiteral("bin")); }

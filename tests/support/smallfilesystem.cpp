@@ -67,4 +67,13 @@ qint64 SmallFileSystem::fill(const QString& fillerName) {
     return total;
 }
 
+bool SmallFileSystem::makeReadOnly() {
+#ifdef Q_OS_LINUX
+    return mounted_ && ::mount(nullptr, QFile::encodeName(path_).constData(), nullptr,
+                               MS_REMOUNT | MS_RDONLY, nullptr) == 0;
+#else
+    return false;
+#endif
+}
+
 } // namespace tavik::test

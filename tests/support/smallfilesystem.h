@@ -22,6 +22,10 @@ public:
     // at when it is given another name); returns how many bytes that took.
     qint64 fill(const QString& fillerName = QStringLiteral(".filler"));
 
+    // Mounts it again read-only, as a disk that may no longer be written; false when that
+    // is not permitted.
+    bool makeReadOnly();
+
 private:
     QString path_;
     bool mounted_ = false;
