@@ -2,6 +2,7 @@
 
 #include "app/frmmain.h"
 #include "app/setasidefiles.h"
+#include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "package/packageannouncements.h"
 #include "package/packagefolder.h"
