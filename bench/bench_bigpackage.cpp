@@ -589,6 +589,8 @@ int runParent(int argc, char** argv) {
              qEnvironmentVariable("BENCH_SIZES").split(QLatin1Char(' '), Qt::SkipEmptyParts))
             sizes << n.toInt();
     }
+    // BENCH_TOOL_ONLY=1 times the headless tool alone (on the largest size).
+    const bool toolOnly = !qEnvironmentVariableIsEmpty("BENCH_TOOL_ONLY");
     for (int n : sizes)
         makePackage(root.filePath(QStringLiteral("Data/Paket%1").arg(n)), n, wav,
                     QFile::exists(mp3) ? mp3 : wav);
@@ -603,7 +605,7 @@ int runParent(int argc, char** argv) {
                 "entries", "load", "bare", "ratio", "save", "ratio", "saveSort", "ratio", "sort",
                 "bare", "ratio", "MiB", "bare", "diff", "+load", "+bare");
     std::map<int, Figures> editors;
-    for (int n : sizes) {
+    for (int n : toolOnly ? QList<int>() : sizes) {
         const QString folder = root.filePath(QStringLiteral("Data/Paket%1").arg(n));
         const int runs = n >= 30000 ? 1 : 3;
         const Figures bare = medianOf(QStringLiteral("bare"), folder, runs);
@@ -681,6 +683,8 @@ int runParent(int argc, char** argv) {
                     qPrintable(ratio(t[1], tool.reference)));
     }
 
+    if (toolOnly)
+        return 0;
     QStringList hostile;
     makeHostile(root.filePath(QStringLiteral("Hostile")), wav, hostile);
     std::printf("\nHostile packages, loaded by the editor (LoadPackage to idle):\n");

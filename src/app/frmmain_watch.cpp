@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QHash>
 #include <QLabel>
 #include <QTimer>
 
@@ -77,18 +78,23 @@ void frmMain::packageLoaded() {
 
 QStringList frmMain::listFingerprint() const {
     // Everything a save writes: the order, the titles, the colours and each record's flags.
+    // Each row's record is the first one of its key, found through a hash: a scan per row
+    // made this quadratic, and it runs after every load.
+    QHash<QString, qsizetype> firstRecord;
+    for (qsizetype r = 0; r < table.AnnouncementCount && r < table.Announcements.size(); ++r)
+        if (!firstRecord.contains(table.Announcements[r].Key))
+            firstRecord.insert(table.Announcements[r].Key, r);
     QStringList rows;
     for (int i = 1; i <= lsvPack_->Count(); ++i) {
         ReportListItem* row = lsvPack_->ListItems(i);
+        const QString key = row->Text();
         QString line =
-            row->Text() + u'\x1f' + row->SubItems(1) + u'\x1f' + QString::number(row->ForeColor());
-        for (qsizetype r = 0; r < table.AnnouncementCount && r < table.Announcements.size(); ++r) {
-            const AnnouncementRecord& record = table.Announcements[r];
-            if (record.Key == row->Text()) {
-                line += u'\x1f' + QString::number(record.NameVisible) + u'\x1f' +
-                        QString::number(record.AutoPlace);
-                break;
-            }
+            key + u'\x1f' + row->SubItems(1) + u'\x1f' + QString::number(row->ForeColor());
+        const auto found = firstRecord.constFind(key);
+        if (found != firstRecord.cend()) {
+            const AnnouncementRecord& record = table.Announcements[*found];
+            line += u'\x1f' + QString::number(record.NameVisible) + u'\x1f' +
+                    QString::number(record.AutoPlace);
         }
         rows << line;
     }

@@ -56,6 +56,8 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     // Sounds open as the editor opens them, with its own "UseFormat" setting; a value that is
     // no Boolean leaves the default, as it does in the editor.
     mci.UseFormat = ReadUseFormat();
+    // Nothing waits for events in the tool: an open need not let them through.
+    mci.YieldOnOpen = false;
     PackageCheck check;
     try {
         MciPackageSounds sounds(mci);

@@ -9,7 +9,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
 
 namespace tavik::cli {
 
@@ -31,12 +30,29 @@ bool isServiceFile(const QString& path) {
     return ReadServiceFile(path, false).ok();
 }
 
-// Bytes a file holds behind what its reader took (a longer older file's tail), as hex, so a
+// Bytes a file holds behind what its reader took (a longer older file's tail), printed so a
 // write of the dump gives the file back whole.
-void addTail(QJsonObject& json, const QString& path, qint64 end) {
+QByteArray tailOf(const QString& path, qint64 end) {
     QFile file(path);
     if (OpenToRead(file) && file.size() > end && file.seek(end))
-        json.insert(QStringLiteral("tail"), QString::fromLatin1(file.readAll().toHex()));
+        return file.readAll();
+    return {};
+}
+
+// The JSON goes straight to the output's device when it has one, so a big index is never
+// held whole as text.
+template <class Write> void print(QTextStream& out, Write write) {
+    out.flush();
+    if (QIODevice* device = out.device()) {
+        JsonTextWriter json(device);
+        write(json);
+        json.flush();
+    } else {
+        JsonTextWriter json;
+        write(json);
+        out << QString::fromUtf8(json.text());
+    }
+    out.flush();
 }
 
 int dumpService(const QString& path, QTextStream& out, QTextStream& err) {
@@ -50,18 +66,16 @@ int dumpService(const QString& path, QTextStream& out, QTextStream& err) {
         return fail(err, path, read.problem);
     if (read.status == Status::Truncated) {
         // What was read is printed even when the file turned out cut.
-        out << QJsonDocument(serviceToJson(read.header, read.sentences))
-                   .toJson(QJsonDocument::Indented);
-        out.flush();
+        print(out,
+              [&](JsonTextWriter& json) { writeServiceJson(json, read.header, read.sentences); });
     }
     if (!read.ok())
         return fail(
             err, path,
             QStringLiteral("%1 (runtime error %2)").arg(read.problem).arg(read.runtimeError));
-    QJsonObject json = serviceToJson(read.header, read.sentences);
-    addTail(json, path, read.endOffset);
-    out << QJsonDocument(json).toJson(QJsonDocument::Indented);
-    out.flush();
+    const QByteArray tail = tailOf(path, read.endOffset);
+    print(out,
+          [&](JsonTextWriter& json) { writeServiceJson(json, read.header, read.sentences, tail); });
     return 0;
 }
 
@@ -83,11 +97,9 @@ int dumpCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return fail(err, path, report.problem);
 
     // What was read is printed even when the file turned out cut or broken.
-    QJsonObject json = zeldbToJson(store);
-    if (report.status == Status::Complete)
-        addTail(json, path, report.offset);
-    out << QJsonDocument(json).toJson(QJsonDocument::Indented);
-    out.flush();
+    const QByteArray tail =
+        report.status == Status::Complete ? tailOf(path, report.offset) : QByteArray();
+    print(out, [&](JsonTextWriter& json) { writeZeldbJson(json, store, tail); });
     if (report.status != Status::Complete)
         return fail(err, path, report.problem);
     return 0;

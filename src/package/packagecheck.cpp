@@ -165,6 +165,7 @@ IndexCheck IndexChecker::run() {
     if (!openIndex())
         return result_;
     result_.opened = true;
+    result_.files = files_.Names();
     lookup_ = std::make_unique<StoreLookup>(store_);
     checkInfo();
     checkEntries();
@@ -383,7 +384,7 @@ void IndexChecker::checkHigherPositions(int count) {
 void IndexChecker::checkUnusedFiles() {
     const QStringList fixed = {fileOf(kIndexFileName), fileOf(kCommentFileName),
                                fileOf(kPictureFileName)};
-    for (const QString& name : ListFiles(folder_)) {
+    for (const QString& name : files_.Names()) {
         if (fixed.contains(name, Qt::CaseInsensitive) || WildcardMatch(QStringLiteral("*._"), name))
             continue;
         if (!usedFiles_.contains(name))

@@ -23,6 +23,8 @@ struct IndexCheck {
     bool opened = false;
     QList<Finding> findings;
     QList<CheckedAnnouncement> announcements;
+    // The folder's files as ListFiles gives them, listed once for the whole check.
+    QStringList files;
 };
 
 // Checks what a load of the package folder would meet: the index file, its entries, keys,

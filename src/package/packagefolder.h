@@ -41,6 +41,8 @@ class PackageFileList {
 public:
     explicit PackageFileList(QString packageFolder);
     QString GetFileName(const QString& key) const;
+    // The folder's files as ListFiles gives them.
+    const QStringList& Names() const { return names_; }
 
 private:
     QString folder_;

@@ -10,6 +10,7 @@ list(APPEND TAVIK_CORE_SOURCES
     package/packagesettings.cpp
     package/packagetext.cpp
     package/zeldbformat.cpp
+    package/jsontextwriter.cpp
     package/zeldbjson.cpp
     package/zeldbfromjson.cpp
 )

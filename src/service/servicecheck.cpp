@@ -158,7 +158,7 @@ PackageCheck CheckPackage(const QString& packageFolder, PackageSounds& sounds) {
     if (!index.opened)
         return result;
     const QString folder = NativePath(packageFolder);
-    for (const QString& name : ListFiles(folder)) {
+    for (const QString& name : index.files) {
         if (WildcardMatch(QStringLiteral("*._"), name))
             result.findings << CheckServiceFile(NativePath(folder + QStringLiteral("\\") + name),
                                                 index.announcements);

@@ -6,6 +6,7 @@ list(APPEND TAVIK_CORE_TESTS
     package/clszeldb_lookup_test.cpp
     package/demopackage_test.cpp
     package/zeldb_hostile_test.cpp
+    package/jsontextwriter_test.cpp
     package/packagefolder_test.cpp
     package/packagewrites_test.cpp
     package/packagetext_test.cpp
