@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/emulatorbackend.cpp
     audio/mcicommand.cpp
     audio/mciemulator.cpp
+    audio/mcierrortext.cpp
     audio/mixer.cpp
     audio/modmci.cpp
     audio/portaudiooutput.cpp
