@@ -11,6 +11,7 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/sentencerender.cpp
     audio/sentenceschedule.cpp
     audio/sequenceplayer.cpp
+    audio/soundcheck.cpp
     audio/soundfile.cpp
     audio/soundreader.cpp
     audio/streamdecoder.cpp

@@ -1,3 +1,4 @@
+#include "support/buildpaths.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "support/toolrun.h"
@@ -44,4 +45,40 @@ TEST(ToolMeasure, AnMciErrorNamesTheCommandTheFileAndItsMeaning) {
     EXPECT_TRUE(r.err.contains(QStringLiteral("MCI error 281: the file's extension names no "
                                               "sound device")))
         << r.err.toStdString();
+}
+
+TEST(ToolImport, RefusesAFileThatIsNoWholeSoundNamingItAndWhyAndCopiesNothing) {
+    TempDir dir;
+    ASSERT_EQ(tool({"new", dir.path(), "P", "--title", "T", "--author", "A"}).code, 0);
+    const QString package = dir.file("P");
+    const QStringList before = tavik::test::namesIn(package);
+    const QString good = dir.file("gut.wav");
+    ASSERT_TRUE(writeTone(good, 22050));
+    const QByteArray wave = tavik::test::readAll(good);
+    const QByteArray mp3 =
+        tavik::test::readAll(tavik::test::CheckoutPath("/Data/Beispielpaket/0002.mp3"));
+    ASSERT_GT(mp3.size(), 2000);
+    const struct {
+        QString file;
+        QString why;
+    } cases[] = {
+        {dir.write("bild.wav", QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(200, '\0')),
+         "not a sound file"},
+        {dir.write("text.mp3", QByteArray("Zug fährt ein\n").repeated(40)), "not a sound file"},
+        {dir.write("leer.wav", QByteArray()), "the file is empty"},
+        {dir.write("kopf.wav", wave.left(30)), "not a sound file"},
+        {dir.write("halb.wav", wave.left(wave.size() / 2)), "cut short"},
+        {dir.write("halb.mp3", mp3.left(mp3.size() / 2)), "cut short"},
+        {dir.file("fehlt.wav"), "does not exist"},
+    };
+    for (const auto& c : cases) {
+        const ToolRun r = tool({"import", package, good, c.file});
+        EXPECT_EQ(r.code, 2) << c.file.toStdString();
+        EXPECT_TRUE(r.err.startsWith(QStringLiteral("tavik: ") + c.file + ": "))
+            << r.err.toStdString();
+        EXPECT_TRUE(r.err.contains(c.why)) << r.err.toStdString();
+        EXPECT_EQ(tavik::test::namesIn(package), before) << c.file.toStdString();
+    }
+    const ToolRun whole = tool({"import", package, good});
+    EXPECT_EQ(whole.code, 0) << whole.err.toStdString();
 }
