@@ -24,36 +24,55 @@ bool chunkLongerThanFile(SNDFILE* file) {
 
 } // namespace
 
-QString SoundRefusal(const QString& path) {
+SoundProblem FindSoundProblem(const QString& path) {
     const QFileInfo info(path);
     if (!info.exists())
-        return QStringLiteral("the file does not exist");
+        return SoundProblem::Missing;
     if (!info.isFile())
-        return QStringLiteral("not a file");
+        return SoundProblem::NotAFile;
     if (info.size() == 0)
-        return QStringLiteral("the file is empty");
+        return SoundProblem::Empty;
     SF_INFO format{};
     SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &format);
     if (file == nullptr)
-        return QStringLiteral("not a sound file (%1)")
-            .arg(QString::fromLatin1(sf_strerror(nullptr)));
-    QString problem;
+        return SoundProblem::NotSound;
+    SoundProblem problem = SoundProblem::None;
     if (format.channels <= 0 || format.channels > 64 || format.samplerate <= 0) {
-        problem = QStringLiteral("not a sound file (no channels or rate)");
+        problem = SoundProblem::NotSound;
     } else if (chunkLongerThanFile(file)) {
-        problem = QStringLiteral("the file is cut short: it ends before its sound does");
+        problem = SoundProblem::Cut;
     } else {
         std::vector<float> block(static_cast<std::size_t>(4096 * format.channels));
         sf_count_t decoded = 0;
         for (sf_count_t got = 0; (got = sf_readf_float(file, block.data(), 4096)) > 0;)
             decoded += got;
         if (decoded == 0)
-            problem = QStringLiteral("the file holds no sound");
+            problem = SoundProblem::NoSound;
         else if (format.frames > 0 && decoded < format.frames)
-            problem = QStringLiteral("the file is cut short: it ends before its sound does");
+            problem = SoundProblem::Cut;
     }
     sf_close(file);
     return problem;
+}
+
+QString SoundProblemText(SoundProblem problem) {
+    switch (problem) {
+    case SoundProblem::None:
+        return {};
+    case SoundProblem::Missing:
+        return QStringLiteral("the file does not exist");
+    case SoundProblem::NotAFile:
+        return QStringLiteral("not a file");
+    case SoundProblem::Empty:
+        return QStringLiteral("the file is empty");
+    case SoundProblem::NotSound:
+        return QStringLiteral("not a sound file");
+    case SoundProblem::NoSound:
+        return QStringLiteral("the file holds no sound");
+    case SoundProblem::Cut:
+        return QStringLiteral("the file is cut short: it ends before its sound does");
+    }
+    return {};
 }
 
 } // namespace tavik

@@ -31,8 +31,9 @@ int importCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     // name up to the first "." unless a title is given for it, in file order.
     QList<ImportEntry> entries;
     for (qsizetype i = 0; i < files.size(); ++i) {
-        if (const QString refusal = SoundRefusal(files[i]); !refusal.isEmpty())
-            return fail(err, files[i], refusal + QStringLiteral(": nothing imported"));
+        if (const SoundProblem problem = FindSoundProblem(files[i]); problem != SoundProblem::None)
+            return fail(err, files[i],
+                        SoundProblemText(problem) + QStringLiteral(": nothing imported"));
         entries.append({files[i], i < titles.size() ? titles[i] : PathFileName(files[i], true)});
     }
 

@@ -4,9 +4,11 @@
 #include "app/frmstatus.h"
 #include "app/tavikapplication.h"
 #include "audio/modmci.h"
+#include "audio/soundcheck.h"
 #include "dialogs/browselists.h"
 #include "dialogs/filebrowsing.h"
 #include "dialogs/importformats.h"
+#include "dialogs/importrefusal.h"
 #include "dialogs/sounddrop.h"
 #include "dialogs/soundimport.h"
 #include "settings/applylanguage.h"
@@ -255,27 +257,46 @@ void frmFile::cmdRefresh_Click() {
     file1_->Refresh();
 }
 
-void frmFile::addImportFile(const QString& path) {
-    if (!FileCheck(path))
+void frmFile::addImportFile(const QString& path, QStringList& refused) {
+    // A file that vanished since it was listed is skipped without a word; anything else that
+    // is no whole sound is named with the reason, so it is never copied into the package.
+    const SoundProblem problem = FindSoundProblem(path);
+    if (problem == SoundProblem::Missing)
         return;
+    if (problem != SoundProblem::None) {
+        refused << main_.language().GetLangString(ImportRefusalText(problem), path);
+        return;
+    }
     lstHidden_->addItem(path);
     lstImport_->addItem(GetFileName(path, true));
 }
 
+void frmFile::reportRefused(const QStringList& refused) {
+    if (refused.isEmpty())
+        return;
+    MsgBox(this,
+           main_.language().GetLangString(LangText::ImportRefused) + u'\n' + refused.join(u'\n'),
+           MsgButtons::OK, MsgIcon::Exclamation);
+}
+
 void frmFile::AddFiles(const QStringList& paths) {
+    QStringList refused;
     for (const QString& path : paths) {
-        addImportFile(path);
+        addImportFile(path, refused);
         QCoreApplication::processEvents();
     }
+    reportRefused(refused);
 }
 
 void frmFile::cmdAdd_Click() {
+    QStringList refused;
     for (int i = 0; i < file1_->count(); ++i) {
         if (!file1_->item(i)->isSelected())
             continue;
-        addImportFile(JoinFolderFile(file1_->Path(), file1_->item(i)->text()));
+        addImportFile(JoinFolderFile(file1_->Path(), file1_->item(i)->text()), refused);
         QCoreApplication::processEvents();
     }
+    reportRefused(refused);
 }
 
 void frmFile::cmdDel_Click() {

@@ -106,6 +106,12 @@ constexpr LangTextUse kTexts[] = {
     {NamePackageComment, 0},
     {NameLog, 0},
     {NameAboutText, 0},
+    {ImportRefused, 0},
+    {ImportRefusedEmpty, 1},
+    {ImportRefusedNotSound, 1},
+    {ImportRefusedNoSound, 1},
+    {ImportRefusedCut, 1},
+    {ImportRefusedNotAFile, 1},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

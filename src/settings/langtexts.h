@@ -85,6 +85,14 @@ inline constexpr std::int32_t NameFirstColor = 155; // 155 to 163, the nine high
 inline constexpr std::int32_t NamePackageComment = 164;
 inline constexpr std::int32_t NameLog = 165;
 inline constexpr std::int32_t NameAboutText = 166;
+// The import refuses files that are no whole sound: the heading, then one line per file
+// (%1 the file) saying why.
+inline constexpr std::int32_t ImportRefused = 400;
+inline constexpr std::int32_t ImportRefusedEmpty = 401;
+inline constexpr std::int32_t ImportRefusedNotSound = 402;
+inline constexpr std::int32_t ImportRefusedNoSound = 403;
+inline constexpr std::int32_t ImportRefusedCut = 404;
+inline constexpr std::int32_t ImportRefusedNotAFile = 405;
 } // namespace LangText
 
 struct LangTextUse {

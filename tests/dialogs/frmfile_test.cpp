@@ -4,6 +4,8 @@
 #include "dialogs/filebrowsing.h"
 #include "dialogs/frmfile.h"
 #include "dialogs/packagecommands.h"
+#include "settings/langtexts.h"
+#include "settings/language.h"
 #include "settings/windowtexts.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
@@ -172,11 +174,11 @@ TEST(frmFileBrowse, TheDriveListOffersTheRootAndTheDriveOfTheOpenFolder) {
     EXPECT_TRUE(setup.editor.messages.empty());
 }
 
-TEST(frmFileAdd, AddsTheSelectedFilesAndSkipsEmptyOnesSilently) {
+TEST(frmFileAdd, AddsTheSelectedFilesAndNamesAnEmptyOneAndWhy) {
     ImportSetup setup;
     const QString a = setup.sound(QStringLiteral("Ansage.teil2.wav"));
     const QString b = setup.sound(QStringLiteral("Gong.wav"));
-    setup.sources.write(QStringLiteral("leer.wav"), "");
+    const QString empty = setup.sources.write(QStringLiteral("leer.wav"), "");
     setup.sound(QStringLiteral("other.wav"));
     frmFile dialog(*setup.editor.main);
     browseTo(dialog, setup.sources.path());
@@ -185,12 +187,45 @@ TEST(frmFileAdd, AddsTheSelectedFilesAndSkipsEmptyOnesSilently) {
     EXPECT_EQ(texts(dialog.lstImport()), (QStringList{"Ansage", "Gong"}));
     EXPECT_EQ(texts(dialog.lstHidden()),
               (QStringList{QDir::toNativeSeparators(a), QDir::toNativeSeparators(b)}));
-    EXPECT_TRUE(setup.editor.messages.empty());
+    ASSERT_EQ(setup.editor.messages.size(), 1u);
+    EXPECT_EQ(setup.editor.messages[0].text,
+              setup.editor.language.GetLangString(LangText::ImportRefused) + "\n" +
+                  setup.editor.language.GetLangString(LangText::ImportRefusedEmpty,
+                                                      QDir::toNativeSeparators(empty)));
     // The file list keeps its selection; a second click adds the same files again.
     EXPECT_EQ(dialog.File1()->selectedItems().size(), 3);
     QTest::mouseClick(dialog.cmdAdd(), Qt::LeftButton);
     EXPECT_EQ(texts(dialog.lstImport()), (QStringList{"Ansage", "Gong", "Ansage", "Gong"}));
     EXPECT_EQ(dialog.lstHidden()->count(), 4);
+}
+
+TEST(frmFileAdd, RefusesAPictureATextAndACutSoundNamingEachAndWhyAndCopiesNothing) {
+    ImportSetup setup;
+    const QString good = setup.sound(QStringLiteral("Gong.wav"), 500);
+    const QByteArray wave = tavik::test::readAll(good);
+    const QString picture = setup.sources.write(
+        QStringLiteral("Bild.wav"), QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(300, '\0'));
+    const QString text = setup.sources.write(QStringLiteral("Text.mp3"),
+                                             QByteArray("Zug faehrt ein\n").repeated(40));
+    const QString cut = setup.sources.write(QStringLiteral("Halb.wav"), wave.left(wave.size() / 2));
+    frmFile dialog(*setup.editor.main);
+    dialog.AddFiles({picture, good, text, cut});
+    EXPECT_EQ(texts(dialog.lstImport()), QStringList{"Gong"});
+    ASSERT_EQ(setup.editor.messages.size(), 1u);
+    const Language& language = setup.editor.language;
+    EXPECT_EQ(setup.editor.messages[0].text,
+              QStringList({language.GetLangString(LangText::ImportRefused),
+                           language.GetLangString(LangText::ImportRefusedNotSound, picture),
+                           language.GetLangString(LangText::ImportRefusedNotSound, text),
+                           language.GetLangString(LangText::ImportRefusedCut, cut)})
+                  .join(u'\n'));
+    EXPECT_EQ(setup.editor.messages[0].icon, MsgIcon::Exclamation);
+    const QStringList before = tavik::test::namesIn(setup.package);
+    QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+    QStringList added = tavik::test::namesIn(setup.package);
+    for (const QString& name : before)
+        added.removeOne(name);
+    EXPECT_EQ(added, QStringList{"0000.wav"});
 }
 
 TEST(frmFileRemove, RemovingThreeNeighboursOnceLeavesTheSecondOfThem) {
