@@ -10,4 +10,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/tavikapplication_test.cpp
     app/outsidechanges_test.cpp
     app/longsetting_test.cpp
+    app/offered_formats_editor_test.cpp
 )
