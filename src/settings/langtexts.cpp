@@ -112,6 +112,7 @@ constexpr LangTextUse kTexts[] = {
     {ImportRefusedNoSound, 1},
     {ImportRefusedCut, 1},
     {ImportRefusedNotAFile, 1},
+    {PlaceOutsideList, 1},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

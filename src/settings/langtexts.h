@@ -93,6 +93,8 @@ inline constexpr std::int32_t ImportRefusedNotSound = 402;
 inline constexpr std::int32_t ImportRefusedNoSound = 403;
 inline constexpr std::int32_t ImportRefusedCut = 404;
 inline constexpr std::int32_t ImportRefusedNotAFile = 405;
+// The properties dialog's place box holds a place outside the list (%1 the list's length).
+inline constexpr std::int32_t PlaceOutsideList = 406;
 } // namespace LangText
 
 struct LangTextUse {
