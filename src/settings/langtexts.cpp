@@ -113,6 +113,7 @@ constexpr LangTextUse kTexts[] = {
     {ImportRefusedCut, 1},
     {ImportRefusedNotAFile, 1},
     {PlaceOutsideList, 1},
+    {NameFindingList, 0},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

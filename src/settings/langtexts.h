@@ -95,6 +95,8 @@ inline constexpr std::int32_t ImportRefusedCut = 404;
 inline constexpr std::int32_t ImportRefusedNotAFile = 405;
 // The properties dialog's place box holds a place outside the list (%1 the list's length).
 inline constexpr std::int32_t PlaceOutsideList = 406;
+// The name assistive technology announces for the check window's findings list.
+inline constexpr std::int32_t NameFindingList = 407;
 } // namespace LangText
 
 struct LangTextUse {
