@@ -11,4 +11,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/outsidechanges_test.cpp
     app/longsetting_test.cpp
     app/offered_formats_editor_test.cpp
+    app/readable_rows_test.cpp
 )
