@@ -79,9 +79,8 @@ public:
     ~EveryWindow() { delete status; }
 
     static void selectLanguageFile(frmLanguage& dialog, const QString& languageFile) {
-        const auto items = dialog.File1()->findItems(languageFile, Qt::MatchExactly);
-        if (!items.isEmpty())
-            dialog.File1()->setCurrentItem(items.front());
+        if (QListWidgetItem* item = dialog.itemOfFile(languageFile))
+            dialog.File1()->setCurrentItem(item);
     }
 
     std::vector<QWidget*> windows() const {
