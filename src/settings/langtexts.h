@@ -97,6 +97,11 @@ inline constexpr std::int32_t ImportRefusedNotAFile = 405;
 inline constexpr std::int32_t PlaceOutsideList = 406;
 // The name assistive technology announces for the check window's findings list.
 inline constexpr std::int32_t NameFindingList = 407;
+// The runtime's messages: the heading word ("Laufzeitfehler"), the texts of the runtime errors
+// listed by TranslatedRuntimeErrors in their order, and the text of any other error.
+inline constexpr std::int32_t RuntimeErrorHeading = 410;
+inline constexpr std::int32_t RuntimeErrorFirst = 411; // to 426
+inline constexpr std::int32_t RuntimeErrorOther = 427;
 } // namespace LangText
 
 struct LangTextUse {
