@@ -132,6 +132,7 @@ constexpr LangTextUse kTexts[] = {
     {RuntimeErrorFirst + 14, 0},
     {RuntimeErrorFirst + 15, 0},
     {RuntimeErrorOther, 0},
+    {PackageDetailsTitle, 0},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

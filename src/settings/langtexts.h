@@ -102,6 +102,8 @@ inline constexpr std::int32_t NameFindingList = 407;
 inline constexpr std::int32_t RuntimeErrorHeading = 410;
 inline constexpr std::int32_t RuntimeErrorFirst = 411; // to 426
 inline constexpr std::int32_t RuntimeErrorOther = 427;
+// The title of the package dialog when it edits the open package's details.
+inline constexpr std::int32_t PackageDetailsTitle = 428;
 } // namespace LangText
 
 struct LangTextUse {
