@@ -133,6 +133,7 @@ constexpr LangTextUse kTexts[] = {
     {RuntimeErrorFirst + 15, 0},
     {RuntimeErrorOther, 0},
     {PackageDetailsTitle, 0},
+    {PackerMissing, 1},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

@@ -104,6 +104,8 @@ inline constexpr std::int32_t RuntimeErrorFirst = 411; // to 426
 inline constexpr std::int32_t RuntimeErrorOther = 427;
 // The title of the package dialog when it edits the open package's details.
 inline constexpr std::int32_t PackageDetailsTitle = 428;
+// "Pack" finds no packer (%1 where it is looked for).
+inline constexpr std::int32_t PackerMissing = 429;
 } // namespace LangText
 
 struct LangTextUse {
