@@ -2,6 +2,7 @@
 
 #include "app/frmmain.h"
 #include "audio/mcipackagesounds.h"
+#include "settings/followlanguage.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/reportlist.h"
@@ -42,7 +43,11 @@ frmCheck::frmCheck(frmMain& main)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lsvFindings_);
     layout->addWidget(lblSummary_);
-    applyTexts();
+    // The window follows a change of language, its findings included.
+    FollowLanguage(this, main_.language(), [this] {
+        applyTexts();
+        fillRows();
+    });
 }
 
 void frmCheck::applyTexts() {
@@ -52,6 +57,7 @@ void frmCheck::applyTexts() {
                                     LangText::CheckColumnPlace, LangText::CheckColumnProblem};
     for (int i = 0; i < 4; ++i)
         lsvFindings_->SetColumnText(i + 1, lang.GetLangString(columns[i]));
+    lsvFindings_->setAccessibleName(lang.GetLangString(LangText::NameFindingList));
 }
 
 void frmCheck::Refresh() {
@@ -59,6 +65,10 @@ void frmCheck::Refresh() {
     MciPackageSounds sounds(main_.mci());
     const PackageCheck check = CheckPackage(main_.PackageFolder, sounds);
     findings_ = check.findings;
+    fillRows();
+}
+
+void frmCheck::fillRows() {
     const Language& lang = main_.language();
     lsvFindings_->ClearItems();
     for (const Finding& f : std::as_const(findings_)) {

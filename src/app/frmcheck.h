@@ -31,6 +31,7 @@ public Q_SLOTS:
 
 private:
     void applyTexts();
+    void fillRows();
 
     frmMain& main_;
     ReportList* lsvFindings_;

@@ -412,6 +412,9 @@ void frmMain::cmdCompress_Click() {
     const QString packer = PackerPath();
     if (QFileInfo(packer).isFile())
         QProcess::startDetached(packer, {}, QFileInfo(packer).absolutePath());
+    else
+        MsgBox(this, language().GetLangString(LangText::PackerMissing, packer), MsgButtons::OK,
+               MsgIcon::Exclamation);
 }
 
 QString frmMain::PackerPath() {

@@ -1,5 +1,6 @@
 #include "app/frmcheck.h"
 #include "app/frmmain.h"
+#include "util/windowplacement.h"
 
 namespace tavik {
 
@@ -9,9 +10,14 @@ frmCheck* frmMain::checkWindow() const {
 
 void frmMain::cmdCheck_Click() {
     // One findings window, checked afresh on every click.
-    if (!checkWindow_)
+    const bool first = checkWindow_ == nullptr;
+    if (first)
         checkWindow_ = new frmCheck(*this);
     checkWindow_->Refresh();
+    // It opens centred on the main window and wholly on its screen; later it stays where the
+    // user put it.
+    if (first)
+        PlaceOnOwner(checkWindow_, this);
     checkWindow_->show();
     checkWindow_->raise();
 }

@@ -4,7 +4,9 @@
 #include "audio/systembackend.h"
 #include "log/eventlog.h"
 #include "settings/language.h"
+#include "settings/runtimeerrortext.h"
 #include "util/apppath.h"
+#include "util/runtimeerror.h"
 
 #include <QWidget>
 
@@ -12,6 +14,10 @@
 int main(int argc, char** argv) {
     tavik::TavikApplication app(argc, argv);
     tavik::Language language;
+    // Runtime errors speak the editor's language, whichever is chosen at the time.
+    app.setErrorText([&language](const tavik::RuntimeError& error) {
+        return tavik::RuntimeErrorMessage(language, error);
+    });
     tavik::EventLog eventLog(tavik::AppPath(), &language);
     const std::unique_ptr<tavik::MciBackend> backend = tavik::createSystemMciBackend();
     tavik::modMCI mci(

@@ -28,9 +28,13 @@ void TavikApplication::setErrorReporter(std::function<void(const QString&)> repo
     reporter_ = std::move(reporter);
 }
 
+void TavikApplication::setErrorText(std::function<QString(const RuntimeError&)> text) {
+    errorText_ = std::move(text);
+}
+
 void TavikApplication::reportRuntimeError(const RuntimeError& error) {
     if (reporter_)
-        reporter_(error.message());
+        reporter_(errorText_ ? errorText_(error) : error.message());
 }
 
 void RunHandler(const std::function<void()>& handler) {

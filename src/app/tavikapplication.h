@@ -17,11 +17,15 @@ public:
 
     // How an unhandled runtime error is shown; a message box unless a test replaces it.
     void setErrorReporter(std::function<void(const QString&)> reporter);
+    // The text an error is shown with; the runtime's own message unless the editor sets its
+    // language's.
+    void setErrorText(std::function<QString(const RuntimeError&)> text);
     // Shows `error` the way an unhandled one is shown.
     void reportRuntimeError(const RuntimeError& error);
 
 private:
     std::function<void(const QString&)> reporter_;
+    std::function<QString(const RuntimeError&)> errorText_;
 };
 
 // Runs an event handler of a window: a runtime error it raises is shown the way an unhandled

@@ -37,6 +37,10 @@ QString MciEmulator::deviceTypeForExtension(const QString& extension) {
         return kWaveAudio;
     if (e == u"mp3" || e == u"mp2" || e == u"mpa" || e == u"mpg" || e == u"mpeg" || e == u"m1v")
         return kMpegVideo;
+    // Every format the import offers plays, also when no device type is named: the media
+    // device reads them as it reads MPEG.
+    if (e == u"ogg" || e == u"oga" || e == u"flac" || e == u"opus")
+        return kMpegVideo;
     return {};
 }
 

@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/emulatorbackend.cpp
     audio/mcicommand.cpp
     audio/mciemulator.cpp
+    audio/mcierrortext.cpp
     audio/mixer.cpp
     audio/modmci.cpp
     audio/portaudiooutput.cpp
@@ -10,6 +11,7 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/sentencerender.cpp
     audio/sentenceschedule.cpp
     audio/sequenceplayer.cpp
+    audio/soundcheck.cpp
     audio/soundfile.cpp
     audio/soundreader.cpp
     audio/streamdecoder.cpp

@@ -77,6 +77,8 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     } else {
         for (const Finding& f : check.findings)
             out << findingLine(f) << '\n';
+        if (check.findings.isEmpty())
+            out << "no findings\n";
     }
     out.flush();
     if (!check.readable) {

@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "audio/soundcheck.h"
 #include "cli/options.h"
 #include "dialogs/soundimport.h"
 #include "package/clszeldb.h"
@@ -26,12 +27,13 @@ int importCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (titles.size() > files.size())
         return fail(err, package, QStringLiteral("more --title than files"));
 
-    // The import list: a file counts only with at least one byte; its display name is its
+    // The import list: a file counts only when it is a whole sound; its display name is its
     // name up to the first "." unless a title is given for it, in file order.
     QList<ImportEntry> entries;
     for (qsizetype i = 0; i < files.size(); ++i) {
-        if (!FileCheck(files[i]))
-            return fail(err, files[i], QStringLiteral("missing or empty: not imported"));
+        if (const SoundProblem problem = FindSoundProblem(files[i]); problem != SoundProblem::None)
+            return fail(err, files[i],
+                        SoundProblemText(problem) + QStringLiteral(": nothing imported"));
         entries.append({files[i], i < titles.size() ? titles[i] : PathFileName(files[i], true)});
     }
 

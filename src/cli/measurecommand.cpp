@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "audio/mcierrortext.h"
 #include "audio/modmci.h"
 #include "audio/systembackend.h"
 #include "package/packagefolder.h"
@@ -28,7 +29,7 @@ int measureCommand(const QStringList& args, QTextStream& out, QTextStream& err) 
             out << mci.MciGetLength(alias) << '\t' << file << '\n';
         } else {
             out << "error " << code << '\t' << file << '\n';
-            result = fail(err, file, QStringLiteral("cannot be opened: MCI error %1").arg(code));
+            result = fail(err, file, mci::CommandFailure(QStringLiteral("open"), file, code));
         }
         mci.MciClose(alias);
     }

@@ -72,18 +72,28 @@ int newCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     info.Description = DescriptionForFile(last("--comment"));
     info.Picture = last("--picture");
 
-    if (!QFileInfo(data).isDir())
-        return fail(err, data, QStringLiteral("no data folder"));
     // The dialog asks for both before it makes anything.
     if (info.Title.isEmpty() || info.Author.isEmpty())
         return fail(err, name, QStringLiteral("a package needs --title and --author"));
+    // A fresh installation may have no data folder yet: it is made, and taken away again
+    // (when still empty) if the package is not made in it.
+    const bool dataMade = !QFileInfo::exists(data);
+    if (dataMade && !QDir().mkpath(data))
+        return fail(err, data, QStringLiteral("the data folder cannot be made"));
+    if (!QFileInfo(data).isDir())
+        return fail(err, data, QStringLiteral("not a folder"));
     const QString folder = NewPackageFolder(name, data);
+    int code = 0;
     try {
         const PackageWriteLock lock(folder);
-        if (const int code = makePackage(name, folder, info, out, err))
-            return code;
+        code = makePackage(name, folder, info, out, err);
     } catch (const PackageBusy& e) {
-        return failBusy(err, folder, e);
+        code = failBusy(err, folder, e);
+    }
+    if (code != 0) {
+        if (dataMade)
+            QDir().rmdir(data);
+        return code;
     }
     out << folder << '\n';
     out.flush();

@@ -19,7 +19,7 @@ int playCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 2;
     }
     const QString indexPath = indexFilePath(args[0]);
-    const QString servicePath = args[1];
+    const QString servicePath = serviceFileOf(args[0], args[1]);
 
     const ServiceReadResult service = ReadServiceFile(servicePath, false);
     if (!service.ok()) {

@@ -50,7 +50,7 @@ int renderCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return 2;
     }
     const QString indexPath = indexFilePath(positional[0]);
-    const QString servicePath = positional[1];
+    const QString servicePath = serviceFileOf(positional[0], positional[1]);
 
     const ServiceReadResult service = ReadServiceFile(servicePath, false);
     if (!service.ok())

@@ -1,5 +1,6 @@
 list(APPEND TAVIK_CORE_SOURCES
     cli/tool.cpp
+    cli/commandhelp.cpp
     cli/dumpcommand.cpp
     cli/setcommand.cpp
     cli/measurecommand.cpp

@@ -1,29 +1,14 @@
 #include "tool.h"
 
+#include "cli/commandhelp.h"
 #include "package/packagefolder.h"
+#include "service/servicefiles.h"
 #include "util/apppath.h"
 #include "util/runtimeerror.h"
 
 #include <QFileInfo>
 
 namespace tavik::cli {
-
-namespace {
-
-const char* const kUsage =
-    "usage: tavik dump PATH\n"
-    "       tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean]\n"
-    "       tavik delete PATH KEY ITEM\n"
-    "       tavik ini FILE SECTION KEY [--default TEXT | --set VALUE | --delete]\n"
-    "       tavik measure FILE...\n"
-    "       tavik play PACKAGE SERVICE [SENTENCE]\n"
-    "       tavik check PACKAGE [--json]\n"
-    "       tavik write JSON PATH\n"
-    "       tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P]\n"
-    "       tavik import PACKAGE FILE... [--title T]...\n"
-    "       tavik render PACKAGE SERVICE SENTENCE -o OUT.wav [--rate HZ] [--channels 1|2]\n";
-
-} // namespace
 
 int fail(QTextStream& err, const QString& file, const QString& problem) {
     QString line = problem;
@@ -54,9 +39,39 @@ QString indexFilePath(const QString& path) {
     return path;
 }
 
+QString serviceFileOf(const QString& package, const QString& service) {
+    if (QFileInfo(service).isFile() || !IsServiceId(service))
+        return service;
+    const QString byId = ServiceFilePath(packageFolderOf(package), service);
+    return QFileInfo(byId).isFile() ? byId : service;
+}
+
 int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
     const QString verb = args.value(0);
     const QStringList rest = args.mid(1);
+    if (verb == u"--version") {
+        out << ToolVersionLine() << '\n';
+        return 0;
+    }
+    if (verb == u"--help" || verb == u"-h" || (verb == u"help" && rest.isEmpty())) {
+        PrintOverview(out);
+        return 0;
+    }
+    if (verb == u"help") {
+        const CommandHelp* help = FindCommandHelp(rest[0]);
+        if (help == nullptr || rest.size() > 1) {
+            PrintOverview(err);
+            return 2;
+        }
+        PrintCommandHelp(out, *help);
+        return 0;
+    }
+    // "--help" anywhere after a command asks for that command's help and runs nothing.
+    if (const CommandHelp* help = FindCommandHelp(verb);
+        help != nullptr && (rest.contains(u"--help") || rest.contains(u"-h"))) {
+        PrintCommandHelp(out, *help);
+        return 0;
+    }
     if (verb == u"dump")
         return dumpCommand(rest, out, err);
     if (verb == u"set")
@@ -79,11 +94,7 @@ int runTool(const QStringList& args, QTextStream& out, QTextStream& err) {
         return importCommand(rest, out, err);
     if (verb == u"render")
         return renderCommand(rest, out, err);
-    if (verb == u"--help" || verb == u"-h" || verb == u"help") {
-        out << kUsage;
-        return 0;
-    }
-    err << kUsage;
+    PrintOverview(err);
     return 2;
 }
 

@@ -42,6 +42,10 @@ int failBusy(QTextStream& err, const QString& file, const tavik::RuntimeError& b
 // The package folder a file of it lies in, or the folder itself.
 QString packageFolderOf(const QString& path);
 
+// The service file a command line names: a file's path as it stands, else the file of the
+// package that holds the service with that ID.
+QString serviceFileOf(const QString& package, const QString& service);
+
 // A package folder stands for its index file.
 QString indexFilePath(const QString& path);
 

@@ -4,9 +4,12 @@
 #include "app/frmstatus.h"
 #include "app/tavikapplication.h"
 #include "audio/modmci.h"
+#include "audio/soundcheck.h"
+#include "dialogs/announcementcolors.h"
 #include "dialogs/browselists.h"
 #include "dialogs/filebrowsing.h"
 #include "dialogs/importformats.h"
+#include "dialogs/importrefusal.h"
 #include "dialogs/sounddrop.h"
 #include "dialogs/soundimport.h"
 #include "settings/applylanguage.h"
@@ -53,6 +56,13 @@ zelcmd* makeButton(const char* name, const QString& caption, QWidget* parent) {
     button->setObjectName(QString::fromLatin1(name));
     button->SetCaption(caption);
     return button;
+}
+
+// The device type the formats file gives the file's extension; the wave device for one it
+// does not list.
+QString previewDeviceType(const QString& file) {
+    const QString type = IndentifyFormat(ImportExtension(file));
+    return type.isEmpty() ? QString::fromUtf16(kPreviewDevice) : type;
 }
 
 QColor swatchColor(quint32 value) {
@@ -141,6 +151,7 @@ void frmFile::buildControls() {
     picColor_->setObjectName(QStringLiteral("picColor"));
     picColor_->setFrameShape(QFrame::StyledPanel);
     auto* colorLayout = new QGridLayout(picColor_);
+    colorLayout->setHorizontalSpacing(24);
     for (int i = 0; i < 9; ++i) {
         auto* option = new QRadioButton(picColor_);
         option->setObjectName(QStringLiteral("optColor"));
@@ -152,8 +163,14 @@ void frmFile::buildControls() {
         QPalette palette = swatch->palette();
         palette.setColor(QPalette::Window, swatchColor(kSwatches[i]));
         swatch->setPalette(palette);
-        colorLayout->addWidget(option, i / 3, (i % 3) * 2);
-        colorLayout->addWidget(swatch, i / 3, (i % 3) * 2 + 1);
+        // Each swatch sits right beside its own option, with room before the next pair, so
+        // no swatch reads as belonging to its neighbour.
+        auto* pair = new QHBoxLayout;
+        pair->setSpacing(2);
+        pair->addWidget(option);
+        pair->addWidget(swatch);
+        pair->addStretch();
+        colorLayout->addLayout(pair, i / 3, i % 3);
         optColor_ << option;
         shpColor_ << swatch;
     }
@@ -255,27 +272,46 @@ void frmFile::cmdRefresh_Click() {
     file1_->Refresh();
 }
 
-void frmFile::addImportFile(const QString& path) {
-    if (!FileCheck(path))
+void frmFile::addImportFile(const QString& path, QStringList& refused) {
+    // A file that vanished since it was listed is skipped without a word; anything else that
+    // is no whole sound is named with the reason, so it is never copied into the package.
+    const SoundProblem problem = FindSoundProblem(path);
+    if (problem == SoundProblem::Missing)
         return;
+    if (problem != SoundProblem::None) {
+        refused << main_.language().GetLangString(ImportRefusalText(problem), path);
+        return;
+    }
     lstHidden_->addItem(path);
     lstImport_->addItem(GetFileName(path, true));
 }
 
+void frmFile::reportRefused(const QStringList& refused) {
+    if (refused.isEmpty())
+        return;
+    MsgBox(this,
+           main_.language().GetLangString(LangText::ImportRefused) + u'\n' + refused.join(u'\n'),
+           MsgButtons::OK, MsgIcon::Exclamation);
+}
+
 void frmFile::AddFiles(const QStringList& paths) {
+    QStringList refused;
     for (const QString& path : paths) {
-        addImportFile(path);
+        addImportFile(path, refused);
         QCoreApplication::processEvents();
     }
+    reportRefused(refused);
 }
 
 void frmFile::cmdAdd_Click() {
+    QStringList refused;
     for (int i = 0; i < file1_->count(); ++i) {
         if (!file1_->item(i)->isSelected())
             continue;
-        addImportFile(JoinFolderFile(file1_->Path(), file1_->item(i)->text()));
+        addImportFile(JoinFolderFile(file1_->Path(), file1_->item(i)->text()), refused);
         QCoreApplication::processEvents();
     }
+    reportRefused(refused);
 }
 
 void frmFile::cmdDel_Click() {
@@ -329,12 +365,12 @@ void frmFile::cmdPlay_Click() {
     } else {
         file = file1_->Path() + QDir::separator() + file1_->FileName();
     }
-    MsgBox(this, file + QChar(13) + ShortPath(file), MsgButtons::OK);
+    // Listening just plays, each offered format with its own device type.
     const QString alias = QString::fromUtf16(kPreviewAlias);
     modMCI& mci = main_.mci();
     mci.MciStop(alias);
     mci.MciClose(alias);
-    mci.MciOpen(file, alias, QString::fromUtf16(kPreviewDevice));
+    mci.MciOpen(file, alias, previewDeviceType(file));
     mci.MciPlay(alias);
 }
 
@@ -343,6 +379,12 @@ void frmFile::cmdOK_Click() {
         return;
     const QString packageFolder = main_.PackageFolder;
     const QString indexFile = main_.IndexFilePath;
+    // The colour chosen in the panel goes with every imported sound, as the properties store it.
+    std::optional<std::int32_t> color;
+    for (qsizetype i = 0; i < optColor_.size(); ++i) {
+        if (optColor_[i]->isChecked())
+            color = ChooseColor(static_cast<int>(i)).stored;
+    }
     QList<ImportEntry> entries;
     for (int i = 0; i < lstImport_->count() && i < lstHidden_->count(); ++i)
         entries.append({lstHidden_->item(i)->text(), lstImport_->item(i)->text()});
@@ -368,7 +410,7 @@ void frmFile::cmdOK_Click() {
         // another program made to the package are shown before the index is written over.
         const bool written = main_.WriteGuarded([&] {
             const QStringList keys = ImportSoundFiles(entries, packageFolder, main_.PackageIndex,
-                                                      indexFile, progress, main_.HeldKeys());
+                                                      indexFile, progress, main_.HeldKeys(), color);
             QStringList names{QFileInfo(indexFile).fileName()};
             for (qsizetype i = 0; i < keys.size(); ++i)
                 names << keys[i] + u'.' + ImportExtension(entries[i].Source);

@@ -76,7 +76,8 @@ private:
     void cmdColor_Click(bool value);
     void cmdPlay_Click();
     void cmdOK_Click();
-    void addImportFile(const QString& path);
+    void addImportFile(const QString& path, QStringList& refused);
+    void reportRefused(const QStringList& refused);
 
     frmMain& main_;
     int previewSource_ = NoPreview;

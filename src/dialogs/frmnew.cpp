@@ -120,7 +120,12 @@ void frmNew::buildControls() {
 
 void frmNew::FormLoad() {
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
-    FollowLanguage(this, main_.language());
+    // Editing the open package's details is no new package: the title says so.
+    const bool details = !main_.newPackageMode;
+    FollowLanguage(this, main_.language(), [this, details] {
+        if (details)
+            setWindowTitle(main_.language().GetLangString(LangText::PackageDetailsTitle));
+    });
     setWindowIcon(main_.windowIcon());
     if (main_.newPackageMode)
         return;

@@ -3,6 +3,7 @@
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
 #include "dialogs/announcementcolors.h"
+#include "dialogs/placestep.h"
 #include "package/announcementrecord.h"
 #include "settings/applylanguage.h"
 #include "settings/followlanguage.h"
@@ -17,6 +18,7 @@
 #include "util/wincolor.h"
 #include "util/windowplacement.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
 #include <QFrame>
@@ -28,6 +30,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -35,8 +38,6 @@ namespace tavik {
 
 namespace {
 
-// The place box steps through the places a sentence can have and a little beyond.
-constexpr int kPlaceMaximum = 99;
 constexpr int kPlacePageStep = 5;
 // Long enough for the dialog to show before the title is selected.
 constexpr int kSelectTitleDelay = 100;
@@ -71,7 +72,10 @@ frmSetting::frmSetting(frmMain& main)
 
     connect(chkPlace_, &QCheckBox::toggled, this,
             [this] { RunHandler([this] { chkPlace_Click(); }); });
-    connect(txtPlace_, &QLineEdit::textChanged, this, [this] { enableOK(); });
+    connect(txtPlace_, &QLineEdit::textChanged, this, [this] {
+        enableOK();
+        followPlaceBox();
+    });
     connect(vscPlace_, &QScrollBar::valueChanged, this,
             [this] { RunHandler([this] { vscPlace_Change(); }); });
     connect(timer1_, &QTimer::timeout, this, [this] { RunHandler([this] { Timer1_Timer(); }); });
@@ -87,7 +91,9 @@ frmSetting::frmSetting(frmMain& main)
 void frmSetting::buildControls() {
     txtPlace_->setEnabled(false);
     vscPlace_->setEnabled(false);
-    vscPlace_->setRange(0, kPlaceMaximum);
+    const PlaceSteps steps{main_.lsvPack()->Count()};
+    vscPlace_->setRange(steps.minimumValue(), steps.maximumValue());
+    vscPlace_->setValue(steps.maximumValue());
     vscPlace_->setSingleStep(1);
     vscPlace_->setPageStep(kPlacePageStep);
     // The place is read by the 32-bit conversion on OK: the box takes nothing it would refuse.
@@ -211,7 +217,30 @@ void frmSetting::enableOK() {
 }
 
 void frmSetting::vscPlace_Change() {
-    txtPlace_->setText(QString::number(vscPlace_->value()));
+    txtPlace_->setText(QString::number(PlaceSteps::placeOf(vscPlace_->value())));
+}
+
+void frmSetting::followPlaceBox() {
+    // A typed place is where the next step of the bar starts, and one outside the list is
+    // kept (the stored limits are wider) but marked so the user sees it.
+    const PlaceSteps steps{main_.lsvPack()->Count()};
+    bool number = false;
+    const qint64 place = txtPlace_->text().toLongLong(&number);
+    if (number) {
+        const QSignalBlocker blocker(vscPlace_);
+        vscPlace_->setValue(steps.valueOf(place));
+    }
+    const bool outside = number && !steps.inList(place);
+    txtPlace_->setProperty("outsideList", outside);
+    QPalette palette = QApplication::palette(txtPlace_);
+    if (outside)
+        palette.setColor(QPalette::Text, Qt::red);
+    txtPlace_->setPalette(palette);
+    const QString note = outside ? main_.language().GetLangString(LangText::PlaceOutsideList,
+                                                                  QString::number(steps.listLength))
+                                 : QString();
+    txtPlace_->setToolTip(note);
+    txtPlace_->setAccessibleDescription(note);
 }
 
 void frmSetting::selectTitle() {

@@ -61,6 +61,7 @@ private:
     void selectTitle();
     // OK is offered only while a ticked place holds a number.
     void enableOK();
+    void followPlaceBox();
     // The record of the selected entry, as an index into the main window's table.
     qsizetype selectedRecord() const;
 

@@ -85,7 +85,8 @@ private:
 
 QStringList ImportSoundFiles(const QList<ImportEntry>& entries, const QString& packageFolder,
                              clsZELDB& store, const QString& indexFile,
-                             const ImportProgress& progress, const QSet<QString>& heldKeys) {
+                             const ImportProgress& progress, const QSet<QString>& heldKeys,
+                             std::optional<std::int32_t> color) {
     const PackageWriteLock lock(packageFolder);
     const QString index = QString::fromUtf16(pkg::Index);
     const clsZELDB before = store;
@@ -111,6 +112,8 @@ QStringList ImportSoundFiles(const QList<ImportEntry>& entries, const QString& p
             store.SaveSetting(index, QString::number(count),
                               Variant::fromString(JoinIndexEntry(key, entry.Title)));
             store.SaveSetting(index, QString::fromUtf16(pkg::Count), Variant::fromLong(count));
+            if (color)
+                store.SaveSetting(key, QString::fromUtf16(pkg::Color), Variant::fromLong(*color));
             keys << key;
             if (progress.afterEntry)
                 progress.afterEntry();

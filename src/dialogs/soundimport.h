@@ -4,7 +4,9 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace tavik {
 
@@ -41,10 +43,11 @@ QSet<QString> ListedKeys(clsZELDB& store);
 // next key that no file, no entry of the list and none of `heldKeys` holds; then the store is
 // saved to `indexFile` and the copies take their names. Returns the keys used, in list order.
 // Any failure raises its runtime error and leaves the folder, the index file and `store` as
-// they were.
+// they were. A `color` is stored as the highlight colour of every new key.
 QStringList ImportSoundFiles(const QList<ImportEntry>& entries, const QString& packageFolder,
                              clsZELDB& store, const QString& indexFile,
                              const ImportProgress& progress = {},
-                             const QSet<QString>& heldKeys = {});
+                             const QSet<QString>& heldKeys = {},
+                             std::optional<std::int32_t> color = std::nullopt);
 
 } // namespace tavik

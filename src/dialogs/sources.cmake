@@ -4,6 +4,7 @@ list(APPEND TAVIK_CORE_SOURCES
     dialogs/announcementcolors.cpp
     dialogs/filebrowsing.cpp
     dialogs/importformats.cpp
+    dialogs/importrefusal.cpp
     dialogs/newpackage.cpp
     dialogs/packagescan.cpp
     dialogs/soundimport.cpp

@@ -197,7 +197,8 @@ bool IndexChecker::openIndex() {
     if (report.status != Status::Complete)
         add(Severity::Error, FindingKind::IndexUnreadable, indexFile_, report.problem);
     if (!opened) {
-        // The editor refuses a store without keys (language text 8).
+        // The editor refuses a store without keys (language text 8), so it is no package.
+        result_.readable = false;
         add(Severity::Error, FindingKind::IndexUnreadable, indexFile_,
             QStringLiteral("key count %1: the editor does not open it").arg(store_.KeyCountAtOpen));
         return false;

@@ -14,6 +14,7 @@
 
 #include <QCloseEvent>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -36,6 +37,9 @@ const char16_t kLanguageSettingTooLong[] =
     u"Die Spracheinstellung in Tavik.ini ist zu lang und wird nicht verwendet. Bitte wählen Sie "
     u"die Sprache.\rThe language setting in Tavik.ini is too long and is not used. Please choose "
     u"the language.";
+
+// Where a list line keeps the name of its language file.
+constexpr int kFileNameRole = Qt::UserRole + 1;
 
 // Only has to fire once the load handler has returned.
 constexpr int kUnloadDelay = 1;
@@ -166,6 +170,11 @@ void frmLanguage::FormLoad() {
         Timer1_->start();
         return;
     }
+    // Opened again to change the language: it speaks the language in use, which is chosen.
+    if (!setting.isEmpty()) {
+        if (QListWidgetItem* current = itemOfFile(QFileInfo(setting).fileName()))
+            File1_->setCurrentItem(current);
+    }
     if (setting.isEmpty()) {
         if (File1_->count() == 1) {
             // The only language there is needs no question.
@@ -199,9 +208,24 @@ void frmLanguage::ShowModal() {
 void frmLanguage::refreshFileList() {
     File1_->clear();
     for (const QString& name : ListFiles(LanguageFolder())) {
-        if (WildcardMatch(QStringLiteral("*.lng"), name))
-            File1_->addItem(name);
+        if (!WildcardMatch(QStringLiteral("*.lng"), name))
+            continue;
+        // Each language is listed by its own name; the file name stays with it.
+        const QString own = ReadLanguageValue(LanguageFolder() + name, QStringLiteral("_Language"),
+                                              QStringLiteral("Name"));
+        auto* item = new QListWidgetItem(own.isEmpty() ? name : own, File1_);
+        item->setData(kFileNameRole, name);
+        item->setToolTip(name);
     }
+}
+
+QListWidgetItem* frmLanguage::itemOfFile(const QString& fileName) const {
+    for (int i = 0; i < File1_->count(); ++i) {
+        QListWidgetItem* item = File1_->item(i);
+        if (item->data(kFileNameRole).toString().compare(fileName, Qt::CaseInsensitive) == 0)
+            return item;
+    }
+    return nullptr;
 }
 
 void frmLanguage::centreOnScreen() {
@@ -211,7 +235,7 @@ void frmLanguage::centreOnScreen() {
 
 QString frmLanguage::selectedFilePath() const {
     const QListWidgetItem* item = File1_->currentItem();
-    return LanguageFolder() + (item ? item->text() : QString());
+    return LanguageFolder() + (item ? item->data(kFileNameRole).toString() : QString());
 }
 
 void frmLanguage::File1_Click() {

@@ -5,6 +5,7 @@
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
 class QPushButton;
 class QTimer;
 
@@ -44,6 +45,8 @@ public:
     static void DisableCloseButton(QWidget* window);
 
     QListWidget* File1() const { return File1_; }
+    // The line of the list that stands for a language file, or nullptr.
+    QListWidgetItem* itemOfFile(const QString& fileName) const;
     QLineEdit* txtName() const { return txtName_; }
     QLineEdit* txtVersion() const { return txtVersion_; }
     QLineEdit* txtAutor() const { return txtAutor_; }

@@ -105,6 +105,27 @@ inline constexpr std::int32_t NameFirstColor = 155; // 155 to 163, the nine high
 inline constexpr std::int32_t NamePackageComment = 164;
 inline constexpr std::int32_t NameLog = 165;
 inline constexpr std::int32_t NameAboutText = 166;
+// The import refuses files that are no whole sound: the heading, then one line per file
+// (%1 the file) saying why.
+inline constexpr std::int32_t ImportRefused = 400;
+inline constexpr std::int32_t ImportRefusedEmpty = 401;
+inline constexpr std::int32_t ImportRefusedNotSound = 402;
+inline constexpr std::int32_t ImportRefusedNoSound = 403;
+inline constexpr std::int32_t ImportRefusedCut = 404;
+inline constexpr std::int32_t ImportRefusedNotAFile = 405;
+// The properties dialog's place box holds a place outside the list (%1 the list's length).
+inline constexpr std::int32_t PlaceOutsideList = 406;
+// The name assistive technology announces for the check window's findings list.
+inline constexpr std::int32_t NameFindingList = 407;
+// The runtime's messages: the heading word ("Laufzeitfehler"), the texts of the runtime errors
+// listed by TranslatedRuntimeErrors in their order, and the text of any other error.
+inline constexpr std::int32_t RuntimeErrorHeading = 410;
+inline constexpr std::int32_t RuntimeErrorFirst = 411; // to 426
+inline constexpr std::int32_t RuntimeErrorOther = 427;
+// The title of the package dialog when it edits the open package's details.
+inline constexpr std::int32_t PackageDetailsTitle = 428;
+// "Pack" finds no packer (%1 where it is looked for).
+inline constexpr std::int32_t PackerMissing = 429;
 } // namespace LangText
 
 struct LangTextUse {

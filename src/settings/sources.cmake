@@ -8,6 +8,7 @@ list(APPEND TAVIK_CORE_SOURCES
     settings/profiletext.cpp
     settings/useformat.cpp
     settings/qttranslation.cpp
+    settings/runtimeerrortext.cpp
     settings/windowtexts.cpp
 )
 list(APPEND TAVIK_UI_SOURCES

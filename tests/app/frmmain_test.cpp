@@ -712,13 +712,17 @@ TEST(MainWindowSave, ATitleWithATildeIsWrittenAsItStandsAndCutThereOnLoad) {
     EXPECT_EQ(editor.column(1), QStringList{"Gleis"});
 }
 
-TEST(MainWindowPack, WithoutThePackerNothingHappens) {
+TEST(MainWindowPack, WithoutThePackerAMessageSaysWhereItIsMissing) {
     EditorFixture editor;
     ErrorCatcher errors;
     ASSERT_TRUE(editor.main->FormLoad());
     editor.main->show();
     QTest::mouseClick(editor.main->cmdCompress(), Qt::LeftButton);
-    EXPECT_TRUE(editor.messages.empty());
+    ASSERT_EQ(editor.messages.size(), 1u);
+    EXPECT_EQ(editor.messages[0].text,
+              editor.language.GetLangString(LangText::PackerMissing, editor.main->PackerPath()));
+    EXPECT_TRUE(editor.messages[0].text.contains(QStringLiteral("tavikpm")));
+    EXPECT_EQ(editor.messages[0].icon, MsgIcon::Exclamation);
     EXPECT_TRUE(errors.shown.isEmpty());
 }
 

@@ -1,4 +1,7 @@
 #include "app/tavikapplication.h"
+#include "settings/language.h"
+#include "settings/runtimeerrortext.h"
+#include "support/buildpaths.h"
 #include "util/runtimeerror.h"
 
 #include <QEvent>
@@ -42,5 +45,22 @@ TEST(TavikApplication, AnUnhandledRuntimeErrorShowsTheRuntimeMessageAndTheProgra
     QCoreApplication::processEvents();
     EXPECT_EQ(raiser.handled, 2);
     EXPECT_EQ(shown.size(), 1);
+    app->setErrorReporter({});
+}
+
+TEST(TavikApplication, AnUnhandledRuntimeErrorSpeaksTheChosenLanguage) {
+    auto* app = static_cast<TavikApplication*>(QApplication::instance());
+    QStringList shown;
+    app->setErrorReporter([&](const QString& text) { shown << text; });
+    Language language;
+    app->setErrorText(
+        [&language](const RuntimeError& error) { return RuntimeErrorMessage(language, error); });
+    Raiser raiser;
+    language.LanguageFile = tavik::test::CheckoutPath(QStringLiteral("/res/lang/English.lng"));
+    QEvent event(QEvent::User);
+    QCoreApplication::sendEvent(&raiser, &event);
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0], QStringLiteral("Run-time error '9':\n\nSubscript out of range"));
+    app->setErrorText({});
     app->setErrorReporter({});
 }

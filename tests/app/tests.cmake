@@ -15,4 +15,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/tavikapplication_test.cpp
     app/outsidechanges_test.cpp
     app/longsetting_test.cpp
+    app/offered_formats_editor_test.cpp
+    app/readable_rows_test.cpp
 )

@@ -3,6 +3,7 @@
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -53,7 +54,9 @@ TEST(MciEmulator, AnswersWithMciErrorCodes) {
     MciEmulator mci;
     EXPECT_EQ(mci.send("open " + dir.file("missing.wav") + " alias a").code, mci::FileNotFound);
     EXPECT_EQ(mci.send("open " + wav + " type nosuchdevice alias a").code, mci::InvalidDeviceName);
-    EXPECT_EQ(mci.send("open " + flac + " alias a").code, mci::ExtensionNotFound);
+    const QString unknown = dir.file("a.xyz");
+    ASSERT_TRUE(QFile::copy(wav, unknown));
+    EXPECT_EQ(mci.send("open " + unknown + " alias a").code, mci::ExtensionNotFound);
     EXPECT_EQ(mci.send("open " + flac + " type waveaudio alias a").code, mci::InvalidFile);
     EXPECT_EQ(mci.send("open " + broken + " alias a").code, mci::InvalidFile);
     EXPECT_EQ(mci.send("open " + flac + " type mpegvideo alias a").code, 0);

@@ -7,4 +7,5 @@ list(APPEND TAVIK_CORE_TESTS
     audio/mciemulator_test.cpp
     audio/modmci_test.cpp
     audio/sequenceplayer_test.cpp
+    audio/offered_formats_test.cpp
 )

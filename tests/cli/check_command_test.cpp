@@ -92,7 +92,7 @@ QString demoFolder() {
 TEST(ToolCheck, FindsNothingInTheDemoPackage) {
     const ToolRun r = tool({"check", demoFolder()});
     EXPECT_EQ(r.code, 0) << r.out.toStdString() << r.err.toStdString();
-    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_EQ(r.out, QStringLiteral("no findings\n"));
     const ToolRun json = tool({"check", demoFolder(), "--json"});
     EXPECT_EQ(json.code, 0);
     EXPECT_TRUE(json.json()["readable"].toBool());
@@ -146,12 +146,22 @@ TEST(ToolCheck, NamesACutIndexFile) {
     expectOne(r.json()["findings"].toArray(), "index-unreadable", "error", "Package.io");
 }
 
-TEST(ToolCheck, NamesAnIndexWithoutKeysTheEditorRefuses) {
-    TempDir dir;
-    dir.write("pkg/Package.io", Bytes().magic().emptyHeader(0));
-    const ToolRun r = tool({"check", dir.file("pkg"), "--json"});
-    EXPECT_EQ(r.code, 1);
-    expectOne(r.json()["findings"].toArray(), "index-unreadable", "error", "Package.io");
+TEST(ToolCheck, AnIndexTheEditorRefusesToOpenIsNoPackage) {
+    for (const int keyCount : {0, -1}) {
+        TempDir dir;
+        dir.write("pkg/Package.io", Bytes().magic().emptyHeader(keyCount));
+        const ToolRun r = tool({"check", dir.file("pkg"), "--json"});
+        EXPECT_EQ(r.code, 2) << keyCount;
+        EXPECT_FALSE(r.json()["readable"].toBool()) << keyCount;
+        const QJsonArray findings = r.json()["findings"].toArray();
+        ASSERT_FALSE(findings.isEmpty());
+        for (const QJsonValue& finding : findings)
+            EXPECT_EQ(finding["kind"].toString(), QStringLiteral("index-unreadable"));
+        const ToolRun text = tool({"check", dir.file("pkg")});
+        EXPECT_EQ(text.code, 2) << keyCount;
+        EXPECT_TRUE(text.err.contains(QStringLiteral("key count %1").arg(keyCount)))
+            << text.err.toStdString();
+    }
 }
 
 TEST(ToolCheck, NamesAnEntryWithoutTildeAndAMissingOne) {

@@ -74,13 +74,15 @@ TEST(ToolImport, TakesTheNextFreeKeysAndTheGivenTitles) {
     const QString folder = newPackage(dir);
     ASSERT_TRUE(test::writeTone(folder + "/0000.wav", 800, 8000));
     dir.write("Data/Linie7/0002.mp3", QByteArray(64, 'm'));
-    const QString a = dir.write("Ansage.teil2.wav", QByteArray(100, 'a'));
-    const QString b = dir.write("Gong.wav", QByteArray(100, 'b'));
+    const QString a = dir.file("Ansage.teil2.wav");
+    const QString b = dir.file("Gong.wav");
+    ASSERT_TRUE(test::writeTone(a, 800, 8000));
+    ASSERT_TRUE(test::writeTone(b, 1600, 8000));
     const ToolRun r = tool({"import", folder, a, b, "--title", "Erste Ansage"});
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
     EXPECT_EQ(r.out, QStringLiteral("0001\tErste Ansage\n0003\tGong\n"));
-    EXPECT_EQ(readAll(folder + "/0001.wav"), QByteArray(100, 'a'));
-    EXPECT_EQ(readAll(folder + "/0003.wav"), QByteArray(100, 'b'));
+    EXPECT_EQ(readAll(folder + "/0001.wav"), readAll(a));
+    EXPECT_EQ(readAll(folder + "/0003.wav"), readAll(b));
     EXPECT_EQ(entry(folder, 1), QStringLiteral("0001~Erste Ansage"));
     EXPECT_EQ(entry(folder, 2), QStringLiteral("0003~Gong"));
 }
@@ -89,7 +91,8 @@ TEST(ToolImport, RefusesBeforeCopyingAnything) {
     TempDir dir;
     const QString folder = newPackage(dir);
     const QByteArray index = readAll(folder + "/Package.io");
-    const QString good = dir.write("Gong.wav", QByteArray(100, 'b'));
+    const QString good = dir.file("Gong.wav");
+    ASSERT_TRUE(test::writeTone(good, 800, 8000));
     QFile(dir.file("leer.wav")).open(QIODevice::WriteOnly);
     const QStringList refused[] = {
         {"import", folder, good, dir.file("leer.wav")},

@@ -65,6 +65,19 @@ TEST(ToolRender, WritesTheSentenceAsThePlayerSchedulesIt) {
     EXPECT_NEAR(left(2902, -1), 0.25f, 1e-3);
 }
 
+TEST(ToolRender, TakesTheServiceByItsIdAsByItsPath) {
+    RenderFixture f;
+    const QString byPath = f.package.root.file("path.wav");
+    const QString byId = f.package.root.file("id.wav");
+    ASSERT_EQ(tool({"render", f.package.folder, f.service, "0472", "-o", byPath}).code, 0);
+    const ToolRun r = tool({"render", f.package.folder, "000000", "0472", "-o", byId});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    EXPECT_EQ(tavik::test::readAll(byId), tavik::test::readAll(byPath));
+    const ToolRun unknown = tool({"render", f.package.folder, "000009", "0472", "-o", byId});
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_TRUE(unknown.err.contains(QStringLiteral("000009"))) << unknown.err.toStdString();
+}
+
 TEST(ToolRender, TakesAnotherRate) {
     RenderFixture f;
     const QString out = f.package.root.file("satz.wav");

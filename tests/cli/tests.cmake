@@ -7,8 +7,11 @@ list(APPEND TAVIK_CORE_TESTS
     cli/new_import_command_test.cpp
     cli/toolwrites_test.cpp
     cli/render_command_test.cpp
+    cli/tool_help_test.cpp
+    cli/tool_usability_test.cpp
 )
 # Byte-named files and concurrent shell loops need a POSIX system and its shell.
 if(UNIX)
-    list(APPEND TAVIK_CORE_TESTS cli/concurrent_writers_test.cpp cli/nativenames_test.cpp)
+    list(APPEND TAVIK_CORE_TESTS cli/concurrent_writers_test.cpp cli/nativenames_test.cpp
+        cli/documented_examples_test.cpp)
 endif()

@@ -1,9 +1,12 @@
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "dialogs/announcementcolors.h"
 #include "dialogs/browselists.h"
 #include "dialogs/filebrowsing.h"
 #include "dialogs/frmfile.h"
 #include "dialogs/packagecommands.h"
+#include "settings/langtexts.h"
+#include "settings/language.h"
 #include "settings/windowtexts.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
@@ -19,6 +22,7 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QTest>
+#include <climits>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -172,11 +176,11 @@ TEST(frmFileBrowse, TheDriveListOffersTheRootAndTheDriveOfTheOpenFolder) {
     EXPECT_TRUE(setup.editor.messages.empty());
 }
 
-TEST(frmFileAdd, AddsTheSelectedFilesAndSkipsEmptyOnesSilently) {
+TEST(frmFileAdd, AddsTheSelectedFilesAndNamesAnEmptyOneAndWhy) {
     ImportSetup setup;
     const QString a = setup.sound(QStringLiteral("Ansage.teil2.wav"));
     const QString b = setup.sound(QStringLiteral("Gong.wav"));
-    setup.sources.write(QStringLiteral("leer.wav"), "");
+    const QString empty = setup.sources.write(QStringLiteral("leer.wav"), "");
     setup.sound(QStringLiteral("other.wav"));
     frmFile dialog(*setup.editor.main);
     browseTo(dialog, setup.sources.path());
@@ -185,12 +189,45 @@ TEST(frmFileAdd, AddsTheSelectedFilesAndSkipsEmptyOnesSilently) {
     EXPECT_EQ(texts(dialog.lstImport()), (QStringList{"Ansage", "Gong"}));
     EXPECT_EQ(texts(dialog.lstHidden()),
               (QStringList{QDir::toNativeSeparators(a), QDir::toNativeSeparators(b)}));
-    EXPECT_TRUE(setup.editor.messages.empty());
+    ASSERT_EQ(setup.editor.messages.size(), 1u);
+    EXPECT_EQ(setup.editor.messages[0].text,
+              setup.editor.language.GetLangString(LangText::ImportRefused) + "\n" +
+                  setup.editor.language.GetLangString(LangText::ImportRefusedEmpty,
+                                                      QDir::toNativeSeparators(empty)));
     // The file list keeps its selection; a second click adds the same files again.
     EXPECT_EQ(dialog.File1()->selectedItems().size(), 3);
     QTest::mouseClick(dialog.cmdAdd(), Qt::LeftButton);
     EXPECT_EQ(texts(dialog.lstImport()), (QStringList{"Ansage", "Gong", "Ansage", "Gong"}));
     EXPECT_EQ(dialog.lstHidden()->count(), 4);
+}
+
+TEST(frmFileAdd, RefusesAPictureATextAndACutSoundNamingEachAndWhyAndCopiesNothing) {
+    ImportSetup setup;
+    const QString good = setup.sound(QStringLiteral("Gong.wav"), 500);
+    const QByteArray wave = tavik::test::readAll(good);
+    const QString picture = setup.sources.write(
+        QStringLiteral("Bild.wav"), QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(300, '\0'));
+    const QString text = setup.sources.write(QStringLiteral("Text.mp3"),
+                                             QByteArray("Zug faehrt ein\n").repeated(40));
+    const QString cut = setup.sources.write(QStringLiteral("Halb.wav"), wave.left(wave.size() / 2));
+    frmFile dialog(*setup.editor.main);
+    dialog.AddFiles({picture, good, text, cut});
+    EXPECT_EQ(texts(dialog.lstImport()), QStringList{"Gong"});
+    ASSERT_EQ(setup.editor.messages.size(), 1u);
+    const Language& language = setup.editor.language;
+    EXPECT_EQ(setup.editor.messages[0].text,
+              QStringList({language.GetLangString(LangText::ImportRefused),
+                           language.GetLangString(LangText::ImportRefusedNotSound, picture),
+                           language.GetLangString(LangText::ImportRefusedNotSound, text),
+                           language.GetLangString(LangText::ImportRefusedCut, cut)})
+                  .join(u'\n'));
+    EXPECT_EQ(setup.editor.messages[0].icon, MsgIcon::Exclamation);
+    const QStringList before = tavik::test::namesIn(setup.package);
+    QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+    QStringList added = tavik::test::namesIn(setup.package);
+    for (const QString& name : before)
+        added.removeOne(name);
+    EXPECT_EQ(added, QStringList{"0000.wav"});
 }
 
 TEST(frmFileRemove, RemovingThreeNeighboursOnceLeavesTheSecondOfThem) {
@@ -255,6 +292,70 @@ TEST(frmFileColour, TheButtonOpensThePanelAndReleasingOnAColourClosesIt) {
     EXPECT_FALSE(dialog.picColor()->isVisible());
 }
 
+TEST(frmFileColour, EachSwatchSitsBesideItsOwnOption) {
+    ImportSetup setup;
+    frmFile dialog(*setup.editor.main);
+    dialog.show();
+    QTest::mouseClick(dialog.cmdColor(), Qt::LeftButton);
+    ASSERT_TRUE(dialog.picColor()->isVisible());
+    const auto rectIn = [&](QWidget* w) {
+        return QRect(w->mapTo(dialog.picColor(), QPoint(0, 0)), w->size());
+    };
+    for (int i = 0; i < 9; ++i) {
+        const QRect swatch = rectIn(dialog.shpColor()[i]);
+        // The nearest option to the left of the swatch, on its row, is its own.
+        int nearest = -1;
+        int nearestGap = INT_MAX;
+        for (int j = 0; j < 9; ++j) {
+            const QRect option = rectIn(dialog.optColor()[j]);
+            if (option.right() > swatch.left() || option.bottom() < swatch.top() ||
+                option.top() > swatch.bottom())
+                continue;
+            const int gap = swatch.left() - option.right();
+            if (gap < nearestGap) {
+                nearestGap = gap;
+                nearest = j;
+            }
+        }
+        EXPECT_EQ(nearest, i) << "swatch " << i;
+        EXPECT_LE(nearestGap, 8) << "swatch " << i;
+        // The next option on the row is clearly farther than the own one.
+        if (i % 3 != 2) {
+            const QRect next = rectIn(dialog.optColor()[i + 1]);
+            EXPECT_GE(next.left() - swatch.right(), 3 * nearestGap + 12) << "swatch " << i;
+        }
+    }
+}
+
+TEST(frmFileColour, TheChosenColourIsStoredForEveryImportedSound) {
+    ImportSetup setup;
+    frmFile dialog(*setup.editor.main);
+    dialog.AddFiles({setup.sound(QStringLiteral("a.wav")), setup.sound(QStringLiteral("b.wav"))});
+    dialog.show();
+    QTest::mouseClick(dialog.cmdColor(), Qt::LeftButton);
+    QTest::mouseClick(dialog.optColor()[2], Qt::LeftButton);
+    QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+    clsZELDB store = setup.indexOnDisk();
+    for (const char* key : {"0000", "0001"})
+        EXPECT_EQ(CLng(store.GetSetting(key, QStringLiteral("Color"), QString())),
+                  kAnnouncementColors[2])
+            << key;
+    // The reloaded list shows them in that colour.
+    EXPECT_EQ(setup.editor.main->lsvPack()->ListItems(1)->ForeColor(),
+              static_cast<quint32>(kAnnouncementColors[2]));
+}
+
+TEST(frmFileColour, WithoutAChosenColourNoneIsStored) {
+    ImportSetup setup;
+    frmFile dialog(*setup.editor.main);
+    dialog.AddFiles({setup.sound(QStringLiteral("a.wav"))});
+    QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
+    clsZELDB store = setup.indexOnDisk();
+    EXPECT_EQ(CStr(store.GetSetting(QStringLiteral("0000"), QStringLiteral("Color"),
+                                    QStringLiteral("-"))),
+              QStringLiteral("-"));
+}
+
 TEST(frmFilePreview, NothingIsPlayedBeforeAListHadTheFocus) {
     ImportSetup setup;
     frmFile dialog(*setup.editor.main);
@@ -274,12 +375,14 @@ TEST(frmFilePreview, PlaysTheSelectedImportEntryUnderThePreviewAlias) {
     clickRow(dialog.lstImport(), 1);
     dialog.lstImport()->setFocus();
     ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.previewSource() == frmFile::ImportList; }));
+    setup.editor.recorder.clear();
     QTest::mouseClick(dialog.cmdPlay(), Qt::LeftButton);
-    ASSERT_EQ(setup.editor.messages.size(), 1u);
-    EXPECT_EQ(setup.editor.messages[0].text, b + QChar(13) + b);
-    EXPECT_EQ(setup.editor.messages[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(setup.editor.messages[0].title, QApplication::applicationName());
+    // Listening just plays: no box with the file's paths comes first.
+    EXPECT_TRUE(setup.editor.messages.empty());
     EXPECT_TRUE(setup.editor.backend.emulator().isPlaying(QStringLiteral("tavik_preview")));
+    EXPECT_TRUE(
+        setup.editor.recorder.commands().filter(QStringLiteral("open ")).join("").contains(b))
+        << setup.editor.recorder.commands().join(u'\n').toStdString();
     // A second preview stops and closes the first before it opens again.
     QTest::mouseClick(dialog.cmdPlay(), Qt::LeftButton);
     EXPECT_TRUE(setup.editor.backend.emulator().isPlaying(QStringLiteral("tavik_preview")));
@@ -297,10 +400,7 @@ TEST(frmFilePreview, PlaysTheCurrentFileOfTheFileList) {
     dialog.File1()->setFocus();
     ASSERT_TRUE(QTest::qWaitFor([&] { return dialog.previewSource() == frmFile::BrowseList; }));
     QTest::mouseClick(dialog.cmdPlay(), Qt::LeftButton);
-    ASSERT_EQ(setup.editor.messages.size(), 1u);
-    const QString path = QDir::toNativeSeparators(setup.sources.path()) + QDir::separator() +
-                         QStringLiteral("a.wav");
-    EXPECT_EQ(setup.editor.messages[0].text, path + QChar(13) + path);
+    EXPECT_TRUE(setup.editor.messages.empty());
     EXPECT_TRUE(setup.editor.backend.emulator().isPlaying(QStringLiteral("tavik_preview")));
     setup.editor.mci.MciClose(QStringLiteral("tavik_preview"));
 }

@@ -3,6 +3,7 @@
 #include "dialogs/frmnew.h"
 #include "dialogs/newpackage.h"
 #include "package/clszeldb.h"
+#include "settings/langtexts.h"
 #include "settings/windowtexts.h"
 #include "support/editorfixture.h"
 #include "util/apppath.h"
@@ -441,4 +442,25 @@ TEST(frmNew, EveryControlTheLanguageFilesNameIsOneOfItsControls) {
             EXPECT_NE(dialog->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
     }
     EXPECT_EQ(dialog->objectName(), QStringLiteral("frmNew"));
+}
+
+TEST(frmNew, EditingTheOpenPackagesDetailsIsTitledSoInEitherLanguage) {
+    for (const char* file : {"English.lng", "Deutsch.lng"}) {
+        Editor editor{QString::fromLatin1(file)};
+        const QString folder =
+            editor.writePackage(QStringLiteral("Linie1"), QStringLiteral("L"),
+                                {{QStringLiteral("0000"), QStringLiteral("G"), 100}});
+        editor.open(folder);
+        const auto details = showNew(editor, false);
+        EXPECT_EQ(details->windowTitle(),
+                  editor.language.GetLangString(LangText::PackageDetailsTitle))
+            << file;
+        details->reject();
+        const auto fresh = showNew(editor, true);
+        EXPECT_NE(fresh->windowTitle(), details->windowTitle()) << file;
+        EXPECT_FALSE(fresh->windowTitle().isEmpty());
+    }
+    EXPECT_EQ(
+        Editor(QStringLiteral("English.lng")).language.GetLangString(LangText::PackageDetailsTitle),
+        QStringLiteral("Package details"));
 }

@@ -3,6 +3,7 @@
 #include "dialogs/announcementcolors.h"
 #include "dialogs/frmsetting.h"
 #include "package/clszeldb.h"
+#include "settings/langtexts.h"
 #include "settings/windowtexts.h"
 #include "support/editorfixture.h"
 #include "support/errorcatcher.h"
@@ -155,12 +156,66 @@ TEST(frmSetting, PlaceMinusOneOpensClearedWithBothPlaceControlsDisabled) {
     EXPECT_EQ(dialog->txtPlace()->text(), QString());
 }
 
-TEST(frmSetting, TheScrollBarPositionIsNotTakenFromThePlace) {
+TEST(frmSetting, TheScrollBarStandsAtThePlaceAndItsUpperArrowMakesItLarger) {
     LoadedPackage package;
     auto dialog = package.properties(3);
     EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("3"));
+    // The upper arrow of a vertical scroll bar steps its value down.
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("4"));
     dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("1"));
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("2"));
+}
+
+TEST(frmSetting, ATypedPlaceIsWhereTheNextStepStartsAndTheStepsStayInTheList) {
+    LoadedPackage package;
+    auto dialog = package.properties(1);
+    dialog->chkPlace()->click();
+    QLineEdit* box = dialog->txtPlace();
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("4"));
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_EQ(box->text(), QStringLiteral("5"));
+    // Five rows: no step leads past the last place.
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_EQ(box->text(), QStringLiteral("5"));
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("2"));
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(box->text(), QStringLiteral("1"));
+}
+
+TEST(frmSetting, APlaceOutsideTheListIsMarkedAndStillStored) {
+    LoadedPackage package;
+    ErrorCatcher errors;
+    {
+        // Place 0 is no position of the list.
+        auto dialog = package.properties(2);
+        EXPECT_TRUE(dialog->txtPlace()->property("outsideList").toBool());
+    }
+    auto dialog = package.properties(1);
+    dialog->chkPlace()->click();
+    QLineEdit* box = dialog->txtPlace();
+    EXPECT_FALSE(box->property("outsideList").toBool());
+    EXPECT_TRUE(box->toolTip().isEmpty());
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("999999999"));
+    EXPECT_TRUE(box->property("outsideList").toBool());
+    EXPECT_EQ(box->toolTip(),
+              package.editor.language.GetLangString(LangText::PlaceOutsideList, "5"));
+    EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::red));
+    // The next step starts from the nearest place of the list.
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(box->text(), QStringLiteral("4"));
+    EXPECT_FALSE(box->property("outsideList").toBool());
+    box->selectAll();
+    QTest::keyClicks(box, QStringLiteral("999999999"));
+    QTest::mouseClick(dialog->cmdOK(), Qt::LeftButton);
+    EXPECT_TRUE(errors.shown.isEmpty()) << errors.shown.join(u'|').toStdString();
+    EXPECT_EQ(package.record(0).AutoPlace, 999999999);
 }
 
 TEST(frmSetting, TickingThePlaceEnablesBothPlaceControlsAndClearingDisablesThem) {
@@ -180,11 +235,12 @@ TEST(frmSetting, MovingTheScrollBarWritesItsValueIntoThePlaceBox) {
     LoadedPackage package;
     auto dialog = package.properties(1);
     dialog->chkPlace()->click();
-    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("1"));
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("3"));
     dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("2"));
-    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
-    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("1"));
 }
 
 TEST(frmSetting, TheTimerSelectsTheWholeTitleOnceAndStops) {
@@ -279,7 +335,7 @@ TEST(frmSetting, ThePlaceBoxTakesOnlyDigitsWithinThe32BitRange) {
     box->setFocus();
     box->selectAll();
     QTest::keyClicks(box, QStringLiteral("zwei"));
-    EXPECT_EQ(box->text(), QStringLiteral("0"));
+    EXPECT_EQ(box->text(), QStringLiteral("1"));
     box->selectAll();
     QTest::keyClick(box, Qt::Key_Backspace);
     QTest::keyClicks(box, QStringLiteral("-+ 1x,2.&H"));
@@ -307,13 +363,13 @@ TEST(frmSetting, TickingThePlaceWithAnEmptyBoxFillsItFromTheScrollBar) {
     auto dialog = package.properties(1);
     ASSERT_EQ(dialog->txtPlace()->text(), QString());
     dialog->chkPlace()->click();
-    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("0"));
-    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("1"));
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    dialog->vscPlace()->triggerAction(QAbstractSlider::SliderSingleStepSub);
     dialog->chkPlace()->click();
     dialog->txtPlace()->clear();
     dialog->chkPlace()->click();
-    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("2"));
+    EXPECT_EQ(dialog->txtPlace()->text(), QStringLiteral("3"));
     // A box that holds a number keeps it.
     dialog->txtPlace()->setText(QStringLiteral("7"));
     dialog->chkPlace()->click();

@@ -108,7 +108,8 @@ TEST(ScriptedPackage, NewRefusesWhatTheDialogRefuses) {
         {"new", data, "Neu", "--author", "A"},                        // no title
         {"new", data, "../Neu", "--title", "T", "--author", "A"},     // leaves the data folder
         {"new", data, "Neu", "--title", "T", "--author", "A", "--x"}, // unknown option
-        {"new", editor.root.file("fehlt"), "Neu", "--title", "T", "--author", "A"},
+        // A data folder that is a file (a missing one is made).
+        {"new", editor.root.write("keinOrdner", "x"), "Neu", "--title", "T", "--author", "A"},
     };
     for (const QStringList& args : refused) {
         const ToolRun r = tool(args);

@@ -1,4 +1,5 @@
 #include "app/fadeineffect.h"
+#include "app/frmcheck.h"
 #include "app/frmstatus.h"
 #include "dialogs/frmfile.h"
 #include "dialogs/frmnew.h"
@@ -114,6 +115,14 @@ TEST(ScreenPlacement, WindowsOfTheExtendedPanelOpenCentredOnTheMainWindow) {
     expectCentredOn(editor->frameGeometry(), f.main->frameGeometry(), "service editor");
     expectOnScreen(editor->frameGeometry(), f.available(), "service editor");
     editor->close();
+
+    QTest::mouseClick(f.main->cmdCheck(), Qt::LeftButton);
+    QWidget* check = f.main->checkWindow();
+    ASSERT_NE(check, nullptr);
+    ASSERT_TRUE(ScreenFixture::placed(check));
+    expectCentredOn(check->frameGeometry(), f.main->frameGeometry(), "check window");
+    expectOnScreen(check->frameGeometry(), f.available(), "check window");
+    check->close();
 }
 
 TEST(ScreenPlacement, TheStatusWindowOpensCentredOnTheMainWindow) {
@@ -150,6 +159,12 @@ TEST(ScreenPlacement, WindowsOfAMainWindowHangingOffTheBottomLeftStayOnScreen) {
     const auto about = openModal<frmAbout>(f, f.main->cmdInfo());
     ASSERT_TRUE(about.frame.isValid());
     expectOnScreen(about.frame, f.available(), "about window");
+
+    QTest::mouseClick(f.main->cmdCheck(), Qt::LeftButton);
+    ASSERT_NE(f.main->checkWindow(), nullptr);
+    ASSERT_TRUE(ScreenFixture::placed(f.main->checkWindow()));
+    expectOnScreen(f.main->checkWindow()->frameGeometry(), f.available(), "check window");
+    f.main->checkWindow()->close();
 }
 
 TEST(ScreenPlacement, TheSplashIsCentredOnTheScreen) {

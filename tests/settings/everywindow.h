@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/frmcheck.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
 #include "dialogs/frmfile.h"
@@ -66,6 +67,8 @@ public:
         LocaliseWindow(status, language);
         status->ShowStatus(language.GetLangString(9));
         debug = editor.log.viewer();
+        QTest::mouseClick(main.cmdCheck(), Qt::LeftButton);
+        check = main.checkWindow();
         for (QWidget* w : std::initializer_list<QWidget*>{
                  dienst, file.get(), open.get(), newPackage.get(), setting.get(), options.get(),
                  chooser.get(), about.get(), splash.get(), debug})
@@ -76,15 +79,14 @@ public:
     ~EveryWindow() { delete status; }
 
     static void selectLanguageFile(frmLanguage& dialog, const QString& languageFile) {
-        const auto items = dialog.File1()->findItems(languageFile, Qt::MatchExactly);
-        if (!items.isEmpty())
-            dialog.File1()->setCurrentItem(items.front());
+        if (QListWidgetItem* item = dialog.itemOfFile(languageFile))
+            dialog.File1()->setCurrentItem(item);
     }
 
     std::vector<QWidget*> windows() const {
-        return {editor.main.get(), dienst.data(), file.get(),    open.get(),
-                newPackage.get(),  setting.get(), options.get(), chooser.get(),
-                about.get(),       splash.get(),  status.data(), debug};
+        return {editor.main.get(), dienst.data(), file.get(),    open.get(),  newPackage.get(),
+                setting.get(),     options.get(), chooser.get(), about.get(), splash.get(),
+                status.data(),     debug,         check};
     }
 
     EditorFixture editor;
@@ -101,6 +103,7 @@ public:
     std::unique_ptr<frmSplash> splash;
     QPointer<frmStatus> status;
     frmDebug* debug = nullptr;
+    QWidget* check = nullptr;
 };
 
 } // namespace tavik::test

@@ -31,15 +31,15 @@ const QByteArray kEnglishTexts = "[frmLanguage]\r\nCaption=Choose language\r\nLa
 QStringList listedFiles(const frmLanguage& dialog) {
     QStringList names;
     for (int i = 0; i < dialog.File1()->count(); ++i)
-        names << dialog.File1()->item(i)->text();
+        names << dialog.File1()->item(i)->toolTip();
     return names;
 }
 
 // Clicks the file's line in the list of a dialog on screen.
 void clickFile(const frmLanguage& dialog, const QString& name) {
-    const QList<QListWidgetItem*> found = dialog.File1()->findItems(name, Qt::MatchExactly);
-    ASSERT_EQ(found.size(), 1) << name.toStdString();
-    const QRect line = dialog.File1()->visualItemRect(found.first());
+    QListWidgetItem* found = dialog.itemOfFile(name);
+    ASSERT_NE(found, nullptr) << name.toStdString();
+    const QRect line = dialog.File1()->visualItemRect(found);
     QTest::mouseClick(dialog.File1()->viewport(), Qt::LeftButton, {}, line.center());
 }
 
@@ -94,6 +94,38 @@ TEST(frmLanguage, OnlyLanguageFilesAreListed) {
     frmLanguage dialog(language);
     dialog.FormLoad();
     EXPECT_EQ(listedFiles(dialog), QStringList({"deutsch.LNG", "English.lng"}));
+}
+
+TEST(frmLanguage, ListsEachLanguageByItsOwnName) {
+    LanguageInstall install;
+    install.addLanguage(QStringLiteral("English.lng"), "English");
+    install.addLanguage(QStringLiteral("de.lng"), "Deutsch");
+    install.dir.write(QStringLiteral("res/lang/ohne.lng"), "[_Language]\r\nFileVersion=1\r\n");
+    Language language;
+    frmLanguage dialog(language);
+    dialog.FormLoad();
+    QStringList shown;
+    for (int i = 0; i < dialog.File1()->count(); ++i)
+        shown << dialog.File1()->item(i)->text();
+    // A file without a name of its language is listed by its file name.
+    EXPECT_EQ(shown, QStringList({"Deutsch", "English", "ohne.lng"}));
+    EXPECT_EQ(listedFiles(dialog), QStringList({"de.lng", "English.lng", "ohne.lng"}));
+}
+
+TEST(frmLanguage, OpenedAgainItSpeaksTheLanguageInUseAndHasItChosen) {
+    LanguageInstall install;
+    install.addLanguage(QStringLiteral("Deutsch.lng"), "Deutsch");
+    install.addLanguage(QStringLiteral("English.lng"), "English", "1.0", "Team", kEnglishTexts);
+    install.storeLanguage(install.storedPath(QStringLiteral("English.lng")));
+    Language language;
+    frmLanguage dialog(language);
+    dialog.KeepOpen = true;
+    dialog.FormLoad();
+    ASSERT_NE(dialog.File1()->currentItem(), nullptr);
+    EXPECT_EQ(dialog.File1()->currentItem()->text(), QStringLiteral("English"));
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Choose language"));
+    EXPECT_EQ(dialog.cmdCancel()->text(), QStringLiteral("&Cancel"));
+    EXPECT_TRUE(dialog.cmdOK()->isEnabled());
 }
 
 TEST(frmLanguage, TheOnlyFileIsChosenAndStoredWithoutAQuestion) {

@@ -65,10 +65,10 @@ private:
 
 void chooseLanguage(QWidget* window, const QString& fileName) {
     auto* dialog = static_cast<frmLanguage*>(window);
-    const QList<QListWidgetItem*> found = dialog->File1()->findItems(fileName, Qt::MatchExactly);
-    ASSERT_EQ(found.size(), 1);
+    QListWidgetItem* found = dialog->itemOfFile(fileName);
+    ASSERT_NE(found, nullptr);
     QTest::mouseClick(dialog->File1()->viewport(), Qt::LeftButton, {},
-                      dialog->File1()->visualItemRect(found.first()).center());
+                      dialog->File1()->visualItemRect(found).center());
     QTest::mouseClick(dialog->cmdOK(), Qt::LeftButton);
 }
 

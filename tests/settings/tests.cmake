@@ -9,6 +9,7 @@ list(APPEND TAVIK_CORE_TESTS
     settings/profilerules_test.cpp
     settings/profilewrite_test.cpp
     settings/qttranslation_test.cpp
+    settings/runtimeerrortext_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp
