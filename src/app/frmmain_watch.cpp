@@ -39,7 +39,9 @@ QSet<QString> frmMain::HeldKeys() const {
 
 bool frmMain::WriteGuarded(const std::function<QStringList()>& write, bool askFirst) {
     const PackageWriteLock lock(PackageFolder);
-    if (askFirst && watch_ && !overwriteConfirmed_) {
+    // A package folder that is gone has nothing to write over: the write itself fails and
+    // says so, and the list keeps its changes for another try.
+    if (askFirst && watch_ && !overwriteConfirmed_ && QFileInfo(PackageFolder).isDir()) {
         const QStringList changed = watch_->listChanges();
         if (!changed.isEmpty()) {
             switch (askAboutOutsideChange(changed)) {
