@@ -1,4 +1,5 @@
 #include "app/frmmain.h"
+#include "app/setasidefiles.h"
 #include "app/tavikapplication.h"
 #include "package/packagewatch.h"
 #include "settings/language.h"

@@ -15,4 +15,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/tavikapplication_test.cpp
     app/outsidechanges_test.cpp
     app/longsetting_test.cpp
+    app/packagedetails_undo_test.cpp
 )

@@ -1,5 +1,6 @@
 // The service editor's undo history, its modified mark, the questions before unsaved changes
 // are lost, and the checks before a service file is written.
+#include "audio/mcipackagesounds.h"
 #include "service/dienstfixture.h"
 #include "service/servicebytes.h"
 #include "service/servicecheck.h"
@@ -66,7 +67,8 @@ void openService(frmDienst* editor, const QString& title) {
 // Every error `tavik check` finds in the service files of the package.
 QStringList checkErrors(DienstHost& host) {
     QStringList errors;
-    for (const Finding& f : CheckPackage(host.folder, MciSoundProber(host.mci)).findings) {
+    MciPackageSounds sounds(host.mci);
+    for (const Finding& f : CheckPackage(host.folder, sounds).findings) {
         if (f.severity == Severity::Error && f.file.startsWith(u'_'))
             errors << f.file + QStringLiteral(": ") + f.detail;
     }
