@@ -1,6 +1,7 @@
 #include "app/fadeineffect.h"
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "app/listcommands.h"
 #include "app/tavikapplication.h"
 #include "dialogs/frmnew.h"
 #include "dialogs/frmopen.h"
@@ -10,6 +11,7 @@
 #include "settings/followlanguage.h"
 #include "settings/frmlanguage.h"
 #include "settings/frmoptions.h"
+#include "settings/langtexts.h"
 #include "settings/language.h"
 #include "settings/modini.h"
 #include "util/apppath.h"
@@ -21,6 +23,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QUndoStack>
 
 // The main window's commands that open another window.
 
@@ -73,8 +76,23 @@ void frmMain::cmdOpen_Click() {
 
 void frmMain::cmdEdit_Click() {
     newPackageMode = false;
-    frmNew dialog(*this);
-    dialog.exec();
+    // The dialog writes the package files itself on OK; their bytes around it make the step.
+    const QString indexFile = IndexFilePath;
+    const QString folder = PackageFolder;
+    const auto before = ReadPackageDetailFiles(indexFile, folder);
+    int result = QDialog::Rejected;
+    {
+        frmNew dialog(*this);
+        result = dialog.exec();
+    }
+    if (result != QDialog::Accepted || !before)
+        return;
+    const auto after = ReadPackageDetailFiles(indexFile, folder);
+    if (!after || *after == *before)
+        return;
+    undoStack_->push(new PackageDetailsCommand(
+        *this, indexFile, folder, *before, *after,
+        LangTextOr(language_, LangText::UndoPackageDetails, QStringLiteral("Paketdaten"))));
 }
 
 void frmMain::cmdDienst_Click() {

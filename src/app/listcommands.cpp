@@ -4,11 +4,16 @@
 #include "app/setasidefiles.h"
 #include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
+#include "package/clszeldb.h"
 #include "package/packageannouncements.h"
 #include "package/packagefolder.h"
+#include "util/apppath.h"
+#include "util/fileops.h"
 #include "util/reportlist.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QUndoStack>
 #include <algorithm>
 
 namespace tavik {
@@ -292,6 +297,87 @@ void ImportCommand::redo() {
 
 void ImportCommand::undo() {
     rows_.take();
+}
+
+namespace {
+
+std::array<QString, 3> detailPaths(const QString& indexFile, const QString& folder) {
+    return {indexFile, NativePath(folder + QString::fromUtf16(kCommentFileName)),
+            NativePath(folder + QString::fromUtf16(kPictureFileName))};
+}
+
+} // namespace
+
+std::optional<PackageDetailFiles> ReadPackageDetailFiles(const QString& indexFile,
+                                                         const QString& folder) {
+    PackageDetailFiles files;
+    const auto paths = detailPaths(indexFile, folder);
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        QFile file(paths[i]);
+        if (!file.exists())
+            continue;
+        if (!OpenToRead(file))
+            return std::nullopt;
+        files[i] = file.readAll();
+        if (file.error() != QFileDevice::NoError)
+            return std::nullopt;
+    }
+    return files;
+}
+
+PackageDetailsCommand::PackageDetailsCommand(frmMain& main, const QString& indexFile,
+                                             const QString& folder, PackageDetailFiles before,
+                                             PackageDetailFiles after, const QString& text)
+    : QUndoCommand(text), main_(main), indexFile_(indexFile), folder_(folder),
+      before_(std::move(before)), after_(std::move(after)) {}
+
+void PackageDetailsCommand::redo() {
+    if (first_) {
+        first_ = false;
+        // The dialog has written already; the push itself moves off the saved state.
+        if (main_.undoStack()->isClean())
+            put(nullptr, true);
+        return;
+    }
+    put(&after_, main_.undoStack()->isClean());
+}
+
+void PackageDetailsCommand::undo() {
+    put(&before_, main_.undoStack()->isClean());
+}
+
+void PackageDetailsCommand::put(const PackageDetailFiles* files, bool staysSaved) {
+    if (files) {
+        const auto paths = detailPaths(indexFile_, folder_);
+        main_.WriteGuarded(
+            [&] {
+                QStringList written;
+                for (std::size_t i = 0; i < paths.size(); ++i) {
+                    const std::optional<QByteArray>& bytes = (*files)[i];
+                    if (bytes)
+                        WriteFileAtomically(paths[i], *bytes);
+                    else if (QFileInfo::exists(paths[i]))
+                        Kill(paths[i]);
+                    else
+                        continue;
+                    written << QFileInfo(paths[i]).fileName();
+                }
+                return written;
+            },
+            false);
+        // A later Save writes the index from memory: it must hold what the file holds now.
+        clsZELDB store;
+        if (store.OpenIOFile(indexFile_))
+            main_.PackageIndex = store;
+    }
+    if (staysSaved) {
+        // The files are written as the step moves: the state it leads to is on disk. The stack
+        // moves its index after this returns, so the mark follows then.
+        QUndoStack* stack = main_.undoStack();
+        QObject::connect(
+            stack, &QUndoStack::indexChanged, stack, [stack] { stack->setClean(); },
+            Qt::SingleShotConnection);
+    }
 }
 
 } // namespace tavik

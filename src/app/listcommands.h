@@ -8,6 +8,9 @@
 #include <QStringList>
 #include <QUndoCommand>
 
+#include <array>
+#include <optional>
+
 namespace tavik {
 
 class ReportList;
@@ -139,6 +142,37 @@ public:
 
 private:
     RowsOutOfList rows_;
+    bool first_ = true;
+};
+
+// The bytes of the package files the details dialog ("Daten") may write: the index, the
+// description and the picture, in that order; no value for a file that does not exist.
+using PackageDetailFiles = std::array<std::optional<QByteArray>, 3>;
+
+// Nothing when a file exists but cannot be read.
+std::optional<PackageDetailFiles> ReadPackageDetailFiles(const QString& indexFile,
+                                                         const QString& folder);
+
+// One confirmation of the details dialog, already written when pushed. Undo and redo write
+// the files back at once, so the step is saved as it happens: when it starts or ends at the
+// saved state, the state it leads to is the saved state too.
+class PackageDetailsCommand : public QUndoCommand {
+public:
+    PackageDetailsCommand(frmMain& main, const QString& indexFile, const QString& folder,
+                          PackageDetailFiles before, PackageDetailFiles after, const QString& text);
+    void undo() override;
+    void redo() override;
+
+private:
+    // Writes `files` (none: nothing to write) and, when the step starts from the saved state,
+    // keeps the state it leads to marked saved.
+    void put(const PackageDetailFiles* files, bool staysSaved);
+
+    frmMain& main_;
+    QString indexFile_;
+    QString folder_;
+    PackageDetailFiles before_;
+    PackageDetailFiles after_;
     bool first_ = true;
 };
 

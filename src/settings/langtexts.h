@@ -59,6 +59,7 @@ inline constexpr std::int32_t UndoProperties = 125;
 inline constexpr std::int32_t UndoImport = 126;
 inline constexpr std::int32_t UndoRemove = 127;
 inline constexpr std::int32_t UndoServiceChange = 128;
+inline constexpr std::int32_t UndoPackageDetails = 240;
 inline constexpr std::int32_t ServiceNotSaved = 129; // %1 file, %2 the error
 // The package check window: caption, severities, column captions, the clean result, then one
 // text per kind of finding (%1 the finding's detail), in the order of FindingKind.

@@ -17,4 +17,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/longsetting_test.cpp
     app/offered_formats_editor_test.cpp
     app/readable_rows_test.cpp
+    app/packagedetails_undo_test.cpp
 )
