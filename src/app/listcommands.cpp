@@ -258,6 +258,7 @@ void RowsOutOfList::giveBack() {
                 table.Announcements.resize(index + 1);
             table.Announcements[index] = row.record;
             table.AnnouncementCount = static_cast<std::int16_t>(index + 1);
+            ForgetKeyIndex(table);
         }
         if (index >= 0)
             reopenSound(main_.mci(), table.Announcements[index]);

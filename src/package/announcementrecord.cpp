@@ -61,4 +61,8 @@ std::int32_t FindAnnouncementByKey(const AnnouncementTable& table, const QString
     return table.Announcements[past].Key == key ? static_cast<std::int32_t>(past) : -1;
 }
 
+void ForgetKeyIndex(AnnouncementTable& table) {
+    table.keyIndex = {};
+}
+
 } // namespace tavik

@@ -27,8 +27,9 @@ struct AnnouncementTable {
     std::int16_t AnnouncementCount = 0;
 
     // Where FindAnnouncementByKey finds each key of the records in use, made at its first
-    // search after the records changed in number or place. A record's key is written only by
-    // a load, which changes the count.
+    // search after the records changed in number or place. Code that writes a record's key
+    // (a load, an undone removal) calls ForgetKeyIndex, since count, size and place can come
+    // back to what they were with other keys in the slots.
     struct KeyIndex {
         const AnnouncementRecord* records = nullptr;
         qsizetype size = -1;
@@ -42,5 +43,8 @@ struct AnnouncementTable {
 // AnnouncementCount inclusive; -1 when none matches. Raises runtime error 9 when the search
 // reaches past the table's storage.
 std::int32_t FindAnnouncementByKey(const AnnouncementTable& table, const QString& key);
+
+// Records were written in place: the next search makes its index afresh.
+void ForgetKeyIndex(AnnouncementTable& table);
 
 } // namespace tavik

@@ -26,6 +26,8 @@ void LoadAnnouncement(clsZELDB& store, const IndexEntry& entry, const QString& f
     record.Title = entry.Title;
     record.FilePath = filePath;
     record.Key = entry.Key;
+    // A reload can end with the count and storage it had, in another order.
+    ForgetKeyIndex(table);
     record.NameVisible = settings.NameVisible;
     record.AutoPlace = settings.AutoPlace;
     record.Color = settings.Color;

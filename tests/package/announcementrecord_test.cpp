@@ -72,3 +72,16 @@ TEST(FindAnnouncementByKey, FindsEachOfThousandsOfRecordsAtItsFirstIndex) {
     for (int i = 0; i < 5000; ++i)
         ASSERT_EQ(FindAnnouncementByKey(t, keys[i]), i % 4000);
 }
+
+TEST(FindAnnouncementByKey, ARecordWrittenInPlaceIsFoundOnceTheIndexIsForgotten) {
+    // Count, storage and place come back to what they were, with another key in the last slot
+    // in use: the way an undone removal puts a record back after a reload.
+    AnnouncementTable t = table({"0000", "0001", "0002"}, 3);
+    EXPECT_EQ(FindAnnouncementByKey(t, "0002"), 2);
+    t.AnnouncementCount = 2;
+    t.Announcements[2].Key = QStringLiteral("0005");
+    t.AnnouncementCount = 3;
+    ForgetKeyIndex(t);
+    EXPECT_EQ(FindAnnouncementByKey(t, "0005"), 2);
+    EXPECT_EQ(errorOf([&] { FindAnnouncementByKey(t, "0002"); }), rt::SubscriptOutOfRange);
+}
