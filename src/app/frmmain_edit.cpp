@@ -13,6 +13,7 @@
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
+#include "util/savequestion.h"
 
 #include <QAction>
 #include <QDir>
@@ -122,16 +123,9 @@ bool frmMain::MaySaveOrDiscard() {
     if (undoStack_->isClean())
         return true;
     const QString name = QFileInfo(QDir::fromNativeSeparators(PackageFolder)).fileName();
-    switch (MsgBox(this, language_.GetLangString(LangText::UnsavedListQuestion, name),
-                   MsgButtons::SaveDiscardCancel, MsgIcon::Question,
-                   language_.GetLangString(LangText::UnsavedChangesTitle))) {
-    case MsgResult::Save:
-        return SavePackage();
-    case MsgResult::Discard:
-        return true;
-    default:
-        return false;
-    }
+    return SaveOrDiscard(this, language_.GetLangString(LangText::UnsavedListQuestion, name),
+                         language_.GetLangString(LangText::UnsavedChangesTitle),
+                         [this] { return SavePackage(); });
 }
 
 bool frmMain::SavePackage() {

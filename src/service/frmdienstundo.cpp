@@ -11,6 +11,7 @@
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
+#include "util/savequestion.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -166,17 +167,9 @@ bool frmDienst::MaySaveOrDiscard() {
     if (undoStack_->isClean())
         return true;
     const Language& language = main_.language();
-    switch (MsgBox(this,
-                   language.GetLangString(LangText::UnsavedServiceQuestion, txtTitle_->text()),
-                   MsgButtons::SaveDiscardCancel, MsgIcon::Question,
-                   language.GetLangString(LangText::UnsavedChangesTitle))) {
-    case MsgResult::Save:
-        return SaveService();
-    case MsgResult::Discard:
-        return true;
-    default:
-        return false;
-    }
+    return SaveOrDiscard(
+        this, language.GetLangString(LangText::UnsavedServiceQuestion, txtTitle_->text()),
+        language.GetLangString(LangText::UnsavedChangesTitle), [this] { return SaveService(); });
 }
 
 bool frmDienst::SaveService() {

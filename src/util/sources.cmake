@@ -31,6 +31,7 @@ list(APPEND TAVIK_UI_SOURCES
     util/listrows.cpp
     util/modlistview.cpp
     util/msgbox.cpp
+    util/savequestion.cpp
     util/windowplacement.cpp
     util/numbervalidator.cpp
     util/reportlist.cpp
