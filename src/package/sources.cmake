@@ -7,6 +7,7 @@ list(APPEND TAVIK_CORE_SOURCES
     package/packagefolder.cpp
     package/packagedisk.cpp
     package/packagewatch.cpp
+    package/packagefilewatch.cpp
     package/packagesettings.cpp
     package/packagetext.cpp
     package/zeldbformat.cpp

@@ -20,6 +20,8 @@ class QUndoStack;
 
 namespace tavik {
 
+enum class MsgResult;
+class PackageFileWatch;
 class ReportList;
 class frmMain;
 class zelcmd;
@@ -91,6 +93,8 @@ public:
     QString OpenedPath() const { return openedPath_; }
     ServiceEditState CaptureState() const;
     void RestoreState(const ServiceEditState& state);
+    // Follows the opened service file on disk, for changes by other programs.
+    PackageFileWatch* serviceWatch() const { return serviceWatch_; }
     QAction* mnuUndo() const { return mnuUndo_; }
     QAction* mnuRedo() const { return mnuRedo_; }
 
@@ -208,6 +212,15 @@ private:
     // A service opened or begun: no history, and nothing unsaved.
     void startHistory();
     void setServiceColumnWidth();
+    // The service file the window shows from now on ("" for a new service), followed on disk.
+    void setOpenedPath(const QString& path);
+    // Before a save to `path`: false when another program changed the opened file and the
+    // user chose not to write over it.
+    bool mayWriteOver(const QString& path);
+    MsgResult askAboutServiceChange();
+    // Reads the opened file again; what was unsaved is gone.
+    void reloadService();
+    void onServiceChangedOnDisk();
     void addTargetRowFromSelectedSource();
     void playSentence(const SatzRecord& satz);
     void setMenusEnabled(bool enabled);
@@ -219,6 +232,9 @@ private:
     QAction* mnuRedo_ = nullptr;
     ServiceEditState lastState_;
     QString openedPath_;
+    PackageFileWatch* serviceWatch_ = nullptr;
+    bool overwriteConfirmed_ = false;
+    bool askingAboutChange_ = false;
     bool restoring_ = false;
 
     QTabBar* ridDienst_ = nullptr;

@@ -139,13 +139,13 @@ void frmDienst::cmdOpen_Click() {
     } catch (...) {
         // What a broken file left on screen is no work of the user's; saving it asks before it
         // replaces any file.
-        openedPath_.clear();
+        setOpenedPath({});
         startHistory();
         throw;
     }
     RefreshList();
     if (!(CaptureState() == before)) {
-        openedPath_ = path;
+        setOpenedPath(path);
         startHistory();
     }
     ShowPage(1);
@@ -182,7 +182,7 @@ void frmDienst::mnuNew_Click() {
     txtComment_->clear();
     // The lowest free ID: the new service never takes an existing one's file.
     txtID_->setText(LowestFreeServiceId(main_.PackageFolder));
-    openedPath_.clear();
+    setOpenedPath({});
     startHistory();
 }
 

@@ -9,6 +9,7 @@
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/msgbox.h"
+#include "util/packagelock.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
 #include "util/savequestion.h"
@@ -212,6 +213,10 @@ bool frmDienst::SaveService() {
             return false;
     }
     try {
+        // The check for another program's change and the write are one step to other writers.
+        const PackageWriteLock lock(main_.PackageFolder);
+        if (!mayWriteOver(path))
+            return false;
         SaveToFile(path);
     } catch (const RuntimeError& error) {
         MsgBox(this,
@@ -221,7 +226,7 @@ bool frmDienst::SaveService() {
                MsgButtons::OK, MsgIcon::Exclamation);
         return false;
     }
-    openedPath_ = path;
+    setOpenedPath(path);
     undoStack_->setClean();
     return true;
 }

@@ -17,4 +17,5 @@ list(APPEND TAVIK_UI_SOURCES
     service/frmdienstservice.cpp
     service/frmdienstsentence.cpp
     service/frmdienstundo.cpp
+    service/frmdienstwatch.cpp
 )

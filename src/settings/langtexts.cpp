@@ -154,6 +154,9 @@ constexpr LangTextUse kTexts[] = {
     {RuntimeErrorOther, 0},
     {PackageDetailsTitle, 0},
     {PackerMissing, 1},
+    {ServiceChangedOnDisk, 1},
+    {ServiceReloaded, 1},
+    {ServiceRemovedOnDisk, 1},
 };
 
 constexpr std::int16_t kFiles[] = {LangFile::ProductPicture, LangFile::EditorPicture,

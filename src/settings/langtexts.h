@@ -127,6 +127,10 @@ inline constexpr std::int32_t RuntimeErrorOther = 427;
 inline constexpr std::int32_t PackageDetailsTitle = 428;
 // "Pack" finds no packer (%1 where it is looked for).
 inline constexpr std::int32_t PackerMissing = 429;
+// The service editor and the service file another program changed or removed (%1 the file).
+inline constexpr std::int32_t ServiceChangedOnDisk = 650;
+inline constexpr std::int32_t ServiceReloaded = 651;
+inline constexpr std::int32_t ServiceRemovedOnDisk = 652;
 } // namespace LangText
 
 struct LangTextUse {

@@ -17,4 +17,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     service/dienst_endtoend_test.cpp
     service/frmdienst_export_test.cpp
     service/frmdienst_undo_test.cpp
+    service/frmdienst_watch_test.cpp
 )
