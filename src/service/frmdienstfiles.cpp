@@ -9,6 +9,7 @@
 #include "settings/language.h"
 #include "util/fileops.h"
 #include "util/msgbox.h"
+#include "util/packagelock.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
 #include "util/zelcmd.h"
@@ -16,9 +17,11 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
+#include <QUndoStack>
 
 namespace tavik {
 
@@ -162,7 +165,17 @@ void frmDienst::cmdKill_Click() {
     if (MsgBox(this, main_.language().GetLangString(kDeleteQuestion), MsgButtons::YesNo,
                MsgIcon::Question) == MsgResult::No)
         return;
-    Kill(File1.value(lstOpen_->currentRow()));
+    const QString path = File1.value(lstOpen_->currentRow());
+    {
+        const PackageWriteLock lock(main_.PackageFolder);
+        Kill(path);
+    }
+    // The service shown may be the one deleted: it stays in the window, now saved nowhere.
+    if (!openedPath_.isEmpty() &&
+        QFileInfo(path).absoluteFilePath() == QFileInfo(openedPath_).absoluteFilePath()) {
+        setOpenedPath({});
+        undoStack_->resetClean();
+    }
     FindFiles();
     txtInfo_[0]->clear();
     txtInfo_[1]->clear();

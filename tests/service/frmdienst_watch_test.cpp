@@ -221,3 +221,22 @@ TEST(ServiceOutsideChanges, AFileWrittenAgainWithTheSameBytesIsNoChange) {
     EXPECT_TRUE(s.host.messages.empty());
     EXPECT_EQ(ReadServiceFile(s.file).sentences.size(), 2);
 }
+
+TEST(ServiceOutsideChanges, DeletingTheOpenedServiceHereIsNoOutsideChangeAndLeavesItUnsaved) {
+    OpenService s;
+    s.editor->mnuOpen()->trigger();
+    s.editor->cmdRefresh()->click();
+    QListWidget* list = s.editor->lstOpen();
+    const QList<QListWidgetItem*> found =
+        list->findItems(QStringLiteral("Linie 5"), Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1);
+    list->setCurrentItem(found[0]);
+    s.host.answers.push_back(MsgResult::Yes);
+    press(s.editor, s.editor->cmdKill());
+    ASSERT_FALSE(QFile::exists(s.file));
+    press(s.editor, s.editor->cmdAbbr());
+    QTest::qWait(3 * PackageFileWatch::kSettleMs);
+    EXPECT_TRUE(s.status().isEmpty()) << s.status().toStdString();
+    EXPECT_FALSE(s.editor->undoStack()->isClean());
+    EXPECT_EQ(s.editor->txtTitle()->text(), QStringLiteral("Linie 5"));
+}
