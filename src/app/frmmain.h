@@ -218,7 +218,7 @@ private:
     // The start and the end of a load: the files as they are now, and the list as loaded.
     void followPackage();
     void packageLoaded();
-    QStringList listFingerprint() const;
+    QByteArray listFingerprint() const;
     MsgResult askAboutOutsideChange(const QStringList& names);
     void reloadFromDisk(const QStringList& names);
     void onChangedOnDisk(const QStringList& names);
@@ -282,7 +282,7 @@ private:
     QSize sizeBeforePanel_;
     QSize sizeWithPanel_;
     PackageWatch* watch_ = nullptr;
-    QStringList loadedList_;
+    QByteArray loadedList_;
     bool askingAboutChange_ = false;
     bool overwriteConfirmed_ = false;
 };

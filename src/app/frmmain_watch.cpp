@@ -8,6 +8,7 @@
 #include "util/reportlist.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
 #include <QFileInfo>
 #include <QHash>
 #include <QLabel>
@@ -78,15 +79,16 @@ void frmMain::packageLoaded() {
     loadedList_ = listFingerprint();
 }
 
-QStringList frmMain::listFingerprint() const {
+QByteArray frmMain::listFingerprint() const {
     // Everything a save writes: the order, the titles, the colours and each record's flags.
     // Each row's record is the first one of its key, found through a hash: a scan per row
-    // made this quadratic, and it runs after every load.
+    // made this quadratic, and it runs after every load. Only a digest of the rows is kept: a
+    // copy of every row's texts would hold megabytes for a big package.
     QHash<QString, qsizetype> firstRecord;
     for (qsizetype r = 0; r < table.AnnouncementCount && r < table.Announcements.size(); ++r)
         if (!firstRecord.contains(table.Announcements[r].Key))
             firstRecord.insert(table.Announcements[r].Key, r);
-    QStringList rows;
+    QCryptographicHash digest(QCryptographicHash::Sha256);
     for (int i = 1; i <= lsvPack_->Count(); ++i) {
         ReportListItem* row = lsvPack_->ListItems(i);
         const QString key = row->Text();
@@ -98,9 +100,13 @@ QStringList frmMain::listFingerprint() const {
             line += u'\x1f' + QString::number(record.NameVisible) + u'\x1f' +
                     QString::number(record.AutoPlace);
         }
-        rows << line;
+        // Each row goes in after its length, so no two lists of rows give the same bytes.
+        const qint64 length = line.size();
+        digest.addData(QByteArrayView(reinterpret_cast<const char*>(&length), sizeof length));
+        digest.addData(QByteArrayView(reinterpret_cast<const char*>(line.constData()),
+                                      line.size() * qsizetype(sizeof(QChar))));
     }
-    return rows;
+    return digest.result();
 }
 
 bool frmMain::HasUnsavedChanges() const {

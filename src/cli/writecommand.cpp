@@ -4,11 +4,13 @@
 #include "service/servicefromjson.h"
 #include "util/fileops.h"
 #include "util/jsonfields.h"
+#include "util/jsontree.h"
 #include "util/packagelock.h"
 #include "util/runtimeerror.h"
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QJsonParseError>
 
 namespace tavik::cli {
@@ -32,17 +34,23 @@ int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         return fail(err, jsonPath, QStringLiteral("cannot be read as a file"));
     if (file.size() > kMaxJsonBytes)
         return fail(err, jsonPath, QStringLiteral("larger than any dump"));
-    QJsonParseError parseError;
-    const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
-    if (doc.isNull())
-        return fail(err, jsonPath,
-                    QStringLiteral("not JSON: %1 at byte %2")
-                        .arg(parseError.errorString())
-                        .arg(parseError.offset));
-    if (!doc.isObject())
-        return fail(err, jsonPath, QStringLiteral("not a JSON object"));
+    const QByteArray text = file.readAll();
+    // The own reader is quick on big dumps; what it leaves, Qt reads and words as always.
+    JsonTree tree;
+    if (!JsonTree::read(text, tree)) {
+        QJsonParseError parseError;
+        const QJsonDocument doc = QJsonDocument::fromJson(text, &parseError);
+        if (doc.isNull())
+            return fail(err, jsonPath,
+                        QStringLiteral("not JSON: %1 at byte %2")
+                            .arg(parseError.errorString())
+                            .arg(parseError.offset));
+        if (!doc.isObject())
+            return fail(err, jsonPath, QStringLiteral("not a JSON object"));
+        tree = JsonTree::fromQt(doc.object());
+    }
 
-    const QJsonObject json = doc.object();
+    const JsonValue json = tree.root();
     const QString format = json.value(QStringLiteral("format")).toString();
     QByteArray bytes;
     QString target = args[1];

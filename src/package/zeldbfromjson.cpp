@@ -32,7 +32,7 @@ std::uint64_t readDoubleBits(const JsonFields& f) {
                                  QStringLiteral("not 16 hexadecimal digits"));
         return bytes.toHex().toULongLong(nullptr, 16);
     }
-    const QJsonValue v = f.value(QStringLiteral("value"));
+    const JsonValue v = f.value(QStringLiteral("value"));
     if (!v.isDouble())
         throw JsonFieldError(f.fieldPath(QStringLiteral("value")), QStringLiteral("not a number"));
     return Variant::fromDouble(v.toDouble()).doubleBits();
@@ -79,13 +79,13 @@ ZeldbKey readKey(const JsonFields& f) {
     key.Name = f.text(QStringLiteral("name"), kMaxCounted);
     key.ItemCount =
         static_cast<std::int16_t>(f.integer(QStringLiteral("item_count"), kInt16Min, kInt16Max));
-    const QJsonValue items = f.value(QStringLiteral("items"));
+    const JsonValue items = f.value(QStringLiteral("items"));
     if (items.isNull())
         return key;
     const QString path = f.fieldPath(QStringLiteral("items"));
     if (!items.isArray())
         throw JsonFieldError(path, QStringLiteral("not an array or null"));
-    const QJsonArray list = items.toArray();
+    const JsonValue& list = items;
     if (list.size() > kInt32Max)
         throw JsonFieldError(path, QStringLiteral("too many items"));
     key.Items.reset(list.size());
@@ -104,9 +104,10 @@ ZeldbKey readKey(const JsonFields& f) {
 
 } // namespace
 
-QByteArray zeldbBytesFromJson(const QJsonObject& json) {
+QByteArray zeldbBytesFromJson(const JsonValue& json) {
     const JsonFields top(json, QString());
-    if (top.value(QStringLiteral("format")) != QJsonValue(QStringLiteral("package-index")))
+    const JsonValue format = top.value(QStringLiteral("format"));
+    if (!format.isString() || format.toString() != u"package-index")
         throw JsonFieldError(QStringLiteral("format"), QStringLiteral("not \"package-index\""));
     const JsonFields h(top.object(QStringLiteral("header")), QStringLiteral("header"));
     ZeldbHeader header;
@@ -125,9 +126,10 @@ QByteArray zeldbBytesFromJson(const QJsonObject& json) {
     ByteWriter out;
     out.raw(QByteArray(zeldb::kMagic, zeldb::kMagicSize));
     zeldb::writeHeader(out, header);
-    const QJsonArray keys = top.array(QStringLiteral("keys"));
+    const JsonValue keys = top.array(QStringLiteral("keys"));
+    const QString keysPath = QStringLiteral("keys");
     for (qsizetype i = 0; i < keys.size(); ++i) {
-        const JsonFields key = jsonElement(keys, QStringLiteral("keys"), i);
+        const JsonFields key = jsonElement(keys, keysPath, i);
         checkSlot(key, i);
         zeldb::writeKey(out, readKey(key));
     }

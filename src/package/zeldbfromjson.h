@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonObject>
+
+#include "util/jsontree.h"
 
 namespace tavik {
 
@@ -9,6 +10,6 @@ namespace tavik {
 // bytes, every key slot in order (free ones and the trailing one included), each key's items
 // or none, each value with its type code, and any bytes the file held behind its records.
 // Raises JsonFieldError for the first field that no file can hold.
-QByteArray zeldbBytesFromJson(const QJsonObject& json);
+QByteArray zeldbBytesFromJson(const JsonValue& json);
 
 } // namespace tavik

@@ -20,7 +20,7 @@ SatzRecord readSentence(const JsonFields& f) {
     satz.Text = f.text(QStringLiteral("text"), kMaxCounted);
     satz.LastTarget =
         static_cast<std::int16_t>(f.integer(QStringLiteral("last_target"), kInt16Min, kInt16Max));
-    const QJsonValue targets = f.value(QStringLiteral("targets"));
+    const JsonValue targets = f.value(QStringLiteral("targets"));
     const QString path = f.fieldPath(QStringLiteral("targets"));
     if (targets.isNull()) {
         satz.TargetsDimensioned = false;
@@ -28,7 +28,7 @@ SatzRecord readSentence(const JsonFields& f) {
     }
     if (!targets.isArray())
         throw JsonFieldError(path, QStringLiteral("not an array or null"));
-    const QJsonArray list = targets.toArray();
+    const JsonValue& list = targets;
     for (qsizetype i = 0; i < list.size(); ++i) {
         const JsonFields entry = jsonElement(list, path, i);
         SatzTarget target;
@@ -42,16 +42,17 @@ SatzRecord readSentence(const JsonFields& f) {
 
 } // namespace
 
-QByteArray serviceBytesFromJson(const QJsonObject& json) {
+QByteArray serviceBytesFromJson(const JsonValue& json) {
     const JsonFields top(json, QString());
-    if (top.value(QStringLiteral("format")) != QJsonValue(QStringLiteral("service")))
+    const JsonValue format = top.value(QStringLiteral("format"));
+    if (!format.isString() || format.toString() != u"service")
         throw JsonFieldError(QStringLiteral("format"), QStringLiteral("not \"service\""));
     ServiceHeader header;
     header.Title = top.text(QStringLiteral("title"), kMaxHeaderText);
     header.Author = top.text(QStringLiteral("author"), kMaxHeaderText);
     header.Description = top.text(QStringLiteral("description"), kMaxHeaderText);
     header.Id = top.text(QStringLiteral("id"), kMaxHeaderText);
-    const QJsonArray list = top.array(QStringLiteral("sentences"));
+    const JsonValue list = top.array(QStringLiteral("sentences"));
     // The editor cannot open a service without sentences: sizing its list fails.
     if (list.isEmpty() || list.size() > kInt16Max)
         throw JsonFieldError(QStringLiteral("sentences"),

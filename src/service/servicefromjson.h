@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QJsonObject>
+
+#include "util/jsontree.h"
 
 namespace tavik {
 
@@ -9,6 +10,6 @@ namespace tavik {
 // whose "targets" is null gets an array descriptor of 0 dimensions), each "last_target" as
 // given, and any bytes the file held behind its sentences ("tail"). Raises JsonFieldError
 // for the first field that no service file can hold.
-QByteArray serviceBytesFromJson(const QJsonObject& json);
+QByteArray serviceBytesFromJson(const JsonValue& json);
 
 } // namespace tavik

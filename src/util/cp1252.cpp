@@ -1,5 +1,6 @@
 #include "cp1252.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tavik {
@@ -36,19 +37,23 @@ QString fromCp1252(const char* data, qsizetype size) {
 
 QByteArray toCp1252(const QString& text) {
     QByteArray out(text.size(), Qt::Uninitialized);
+    char* dst = out.data();
     qsizetype n = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
         // A pair of surrogates is one character, written as one "?".
         if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i;
-        out[n++] = encodeOne(c.isSurrogate() ? 0xFFFD : c.unicode());
+        dst[n++] = encodeOne(c.isSurrogate() ? 0xFFFD : c.unicode());
     }
     out.truncate(n);
     return out;
 }
 
 bool CanHoldInCp1252(const QString& text) {
+    // ASCII is held as it is; only other texts need the round trip.
+    if (std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; }))
+        return true;
     return fromCp1252(toCp1252(text)) == text;
 }
 

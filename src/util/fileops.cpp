@@ -162,8 +162,9 @@ QStringList ListFilesAndLinks(const QString& folder) {
 bool FileCheck(const QString& path, bool deleteEmpty) {
     if (path.isEmpty())
         return false;
+    // A plain file exists: one status read answers both, and a package check asks per sound.
     const QFileInfo info(path);
-    if (!info.exists() || !info.isFile())
+    if (!info.isFile())
         return false;
     if (info.size() >= 1)
         return true;

@@ -6,51 +6,86 @@
 
 namespace tavik {
 
+namespace {
+
+// What is wrong with `value` as a text, or nothing.
+QString textProblem(const JsonValue& value, const QString& text, qint64 maxBytes) {
+    if (!value.isString())
+        return QStringLiteral("not a text");
+    if (!CanHoldInCp1252(text))
+        return QStringLiteral("holds a character code page 1252 cannot hold");
+    if (text.size() > maxBytes)
+        return QStringLiteral("longer than %1 bytes").arg(maxBytes);
+    return {};
+}
+
+bool isWholeNumberIn(const JsonValue& value, qint64 min, qint64 max) {
+    const double d = value.toDouble();
+    return value.isDouble() && std::isfinite(d) && std::floor(d) == d && d >= double(min) &&
+           d <= double(max);
+}
+
+} // namespace
+
+QString JsonFields::path() const {
+    return index_ < 0 ? path_ : jsonElementPath(path_, index_);
+}
+
 QString JsonFields::fieldPath(const QString& name) const {
-    return path_.isEmpty() ? name : path_ + u'.' + name;
+    const QString at = path();
+    return at.isEmpty() ? name : at + u'.' + name;
 }
 
 void JsonFields::fail(const QString& name, const QString& problem) const {
     throw JsonFieldError(fieldPath(name), problem);
 }
 
-QJsonValue JsonFields::value(const QString& name) const {
-    if (!object_.contains(name))
+JsonValue JsonFields::value(const QString& name) const {
+    const JsonValue v = object_.value(name);
+    if (v.isUndefined())
         fail(name, QStringLiteral("missing"));
-    return object_.value(name);
+    return v;
 }
 
 QString JsonFields::text(const QString& name, qint64 maxBytes) const {
-    return jsonText(value(name), fieldPath(name), maxBytes);
+    const JsonValue v = value(name);
+    const QString text = v.toString();
+    const QString problem = textProblem(v, text, maxBytes);
+    if (!problem.isEmpty())
+        fail(name, problem);
+    return text;
 }
 
 qint64 JsonFields::integer(const QString& name, qint64 min, qint64 max) const {
-    return jsonInteger(value(name), fieldPath(name), min, max);
+    const JsonValue v = value(name);
+    if (!isWholeNumberIn(v, min, max))
+        fail(name, QStringLiteral("not a whole number from %1 to %2").arg(min).arg(max));
+    return static_cast<qint64>(v.toDouble());
 }
 
 bool JsonFields::boolean(const QString& name) const {
-    const QJsonValue v = value(name);
+    const JsonValue v = value(name);
     if (!v.isBool())
         fail(name, QStringLiteral("not true or false"));
     return v.toBool();
 }
 
-QJsonArray JsonFields::array(const QString& name) const {
-    const QJsonValue v = value(name);
+JsonValue JsonFields::array(const QString& name) const {
+    const JsonValue v = value(name);
     if (!v.isArray())
         fail(name, QStringLiteral("not an array"));
-    return v.toArray();
+    return v;
 }
 
-QJsonObject JsonFields::object(const QString& name) const {
-    const QJsonValue v = value(name);
+JsonValue JsonFields::object(const QString& name) const {
+    const JsonValue v = value(name);
     if (!v.isObject())
         fail(name, QStringLiteral("not an object"));
-    return v.toObject();
+    return v;
 }
 
 QByteArray JsonFields::hex(const QString& name) const {
-    const QJsonValue v = value(name);
+    const JsonValue v = value(name);
     static const QString digits = QStringLiteral("0123456789abcdefABCDEF");
     const QString s = v.toString();
     bool ok = v.isString() && s.size() % 2 == 0;
@@ -65,31 +100,11 @@ QString jsonElementPath(const QString& path, qsizetype index) {
     return QStringLiteral("%1[%2]").arg(path).arg(index);
 }
 
-JsonFields jsonElement(const QJsonArray& array, const QString& path, qsizetype index) {
-    const QString at = jsonElementPath(path, index);
-    if (!array.at(index).isObject())
-        throw JsonFieldError(at, QStringLiteral("not an object"));
-    return JsonFields(array.at(index).toObject(), at);
-}
-
-qint64 jsonInteger(const QJsonValue& value, const QString& path, qint64 min, qint64 max) {
-    const double d = value.toDouble();
-    if (!value.isDouble() || !std::isfinite(d) || std::floor(d) != d || d < double(min) ||
-        d > double(max))
-        throw JsonFieldError(path,
-                             QStringLiteral("not a whole number from %1 to %2").arg(min).arg(max));
-    return static_cast<qint64>(d);
-}
-
-QString jsonText(const QJsonValue& value, const QString& path, qint64 maxBytes) {
-    if (!value.isString())
-        throw JsonFieldError(path, QStringLiteral("not a text"));
-    const QString text = value.toString();
-    if (!CanHoldInCp1252(text))
-        throw JsonFieldError(path, QStringLiteral("holds a character code page 1252 cannot hold"));
-    if (text.size() > maxBytes)
-        throw JsonFieldError(path, QStringLiteral("longer than %1 bytes").arg(maxBytes));
-    return text;
+JsonFields jsonElement(const JsonValue& array, const QString& path, qsizetype index) {
+    const JsonValue element = array.at(index);
+    if (!element.isObject())
+        throw JsonFieldError(jsonElementPath(path, index), QStringLiteral("not an object"));
+    return JsonFields(element, path, index);
 }
 
 } // namespace tavik

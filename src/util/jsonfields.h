@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QJsonValue>
+#include "util/jsontree.h"
+
 #include <QString>
 #include <exception>
 #include <utility>
@@ -24,41 +23,42 @@ private:
 };
 
 // Typed reads of one JSON object's fields. Each read that finds the field missing or of the
-// wrong kind raises JsonFieldError naming the field as "keys[2].items[0].value".
+// wrong kind raises JsonFieldError naming the field as "keys[2].items[0].value". The path is
+// put together only for that message: a dump has hundreds of thousands of fields.
 class JsonFields {
 public:
-    JsonFields(QJsonObject object, QString path)
-        : object_(std::move(object)), path_(std::move(path)) {}
+    JsonFields(JsonValue object, QString path) : object_(object), path_(std::move(path)) {}
+    // Element `index` of the array at `arrayPath`.
+    JsonFields(JsonValue object, QString arrayPath, qsizetype index)
+        : object_(object), path_(std::move(arrayPath)), index_(index) {}
 
+    QString path() const;
     QString fieldPath(const QString& name) const;
     bool has(const QString& name) const { return object_.contains(name); }
-    QJsonValue value(const QString& name) const;
+    JsonValue value(const QString& name) const;
 
     // A text that code page 1252 holds and that fits `maxBytes` bytes on disk.
     QString text(const QString& name, qint64 maxBytes) const;
     // A whole number between `min` and `max`.
     qint64 integer(const QString& name, qint64 min, qint64 max) const;
     bool boolean(const QString& name) const;
-    QJsonArray array(const QString& name) const;
-    QJsonObject object(const QString& name) const;
+    JsonValue array(const QString& name) const;
+    JsonValue object(const QString& name) const;
     // Bytes written as hexadecimal digits.
     QByteArray hex(const QString& name) const;
 
 private:
     [[noreturn]] void fail(const QString& name, const QString& problem) const;
 
-    QJsonObject object_;
+    JsonValue object_;
     QString path_;
+    qsizetype index_ = -1;
 };
 
 // The path of element `index` of the array at `path`.
 QString jsonElementPath(const QString& path, qsizetype index);
 
 // Element `index` of the array at `path`, which must be an object.
-JsonFields jsonElement(const QJsonArray& array, const QString& path, qsizetype index);
-
-// The same checks for a value that is not inside an object.
-qint64 jsonInteger(const QJsonValue& value, const QString& path, qint64 min, qint64 max);
-QString jsonText(const QJsonValue& value, const QString& path, qint64 maxBytes);
+JsonFields jsonElement(const JsonValue& array, const QString& path, qsizetype index);
 
 } // namespace tavik

@@ -36,6 +36,10 @@ bool boldAt(const QTreeWidgetItem* item, int column) {
 }
 
 void setBoldAt(QTreeWidgetItem* item, int column, bool bold) {
+    // A cell already of that weight keeps no font of its own: each one a load stored for
+    // "not bold" cost a row hundreds of bytes and drew the same.
+    if (boldAt(item, column) == bold)
+        return;
     QFont f = item->font(column);
     f.setBold(bold);
     item->setFont(column, f);

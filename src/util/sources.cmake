@@ -7,6 +7,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/wholeread.cpp
     util/packagelock.cpp
     util/jsonfields.cpp
+    util/jsontree.cpp
     util/modrandom.cpp
     util/pacer.cpp
     util/placement.cpp

@@ -272,3 +272,40 @@ TEST(ToolWrite, RefusesWhatIsNoJsonObject) {
     EXPECT_EQ(tool({"write"}).code, 2);
     EXPECT_FALSE(QFileInfo::exists(dir.file("Package.io")));
 }
+
+TEST(ToolWrite, ADumpTheQuickReaderLeavesToQtIsWrittenTheSame) {
+    const QByteArray bytes = builtFiles().front().second;
+    TempDir dir;
+    const ToolRun dump = tool({"dump", dir.write("Package.io", bytes)});
+    ASSERT_EQ(dump.code, 0);
+    const QByteArray json = dump.out.toUtf8();
+    // A byte order mark, a name given twice (the last wins), an escaped name.
+    const QByteArray twice = QByteArray(json).replace("\"format\"", "\"format\": 1, \"format\"");
+    const QByteArray escaped = QByteArray(json).replace("\"format\"", "\"\\u0066ormat\"");
+    for (const QByteArray& text : {"\xEF\xBB\xBF" + json, twice, escaped}) {
+        SCOPED_TRACE(text.left(60).toStdString());
+        const QString out = dir.file("out.io");
+        QFile::remove(out);
+        const ToolRun r = tool({"write", dir.write("in.json", text), out});
+        EXPECT_EQ(r.code, 0) << r.err.toStdString();
+        EXPECT_EQ(readAll(out), bytes);
+    }
+}
+
+TEST(ToolWrite, ATextThatIsNoJsonIsRefusedWithQtsWords) {
+    TempDir dir;
+    const QByteArray texts[] = {"{\"format\": ", "{\"a\": \"\xC0\x80\"}", "{\"a\": 1.2.3}",
+                                "{" + QByteArray(5000, '[') + QByteArray(5000, ']') + "}",
+                                "{\"a\": 1} x"};
+    for (const QByteArray& text : texts) {
+        QJsonParseError error;
+        QJsonDocument::fromJson(text, &error);
+        const QString path = dir.write("bad.json", text);
+        const ToolRun r = tool({"write", path, dir.file("Package.io")});
+        EXPECT_EQ(r.code, 2);
+        EXPECT_EQ(r.err, QStringLiteral("tavik: %1: not JSON: %2 at byte %3\n")
+                             .arg(path, error.errorString())
+                             .arg(error.offset));
+    }
+    EXPECT_FALSE(QFileInfo::exists(dir.file("Package.io")));
+}

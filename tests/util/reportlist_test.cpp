@@ -4,6 +4,7 @@
 #include "util/wincolor.h"
 
 #include <QAbstractItemDelegate>
+#include <QHeaderView>
 #include <QStyleOptionViewItem>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -343,4 +344,47 @@ TEST(ReportList, BadSortSettingsAreRefused) {
     f.list.SetSortKey(9); // a column past the last sorts as empty text
     f.list.SetSorted(true);
     EXPECT_EQ(texts(f.list), QStringList({"a", "b", "c"}));
+}
+
+TEST(ReportList, ARowMadeNotBoldKeepsNoFontOfItsOwnAndDrawsAsTheList) {
+    ReportList list;
+    list.AddColumn("Key", 1000);
+    list.AddColumn("Titel", 2000);
+    ReportListItem* plain = list.AddItem("0001", "0001");
+    ReportListItem* unbolded = list.AddItem("0002", "0002");
+    ReportListItem* again = list.AddItem("0003", "0003");
+    for (ReportListItem* row : {plain, unbolded, again})
+        row->SubItem(1).SetText(QStringLiteral("Gleis 7"));
+    unbolded->SetBold(false);
+    unbolded->SubItem(1).SetBold(false);
+    again->SubItem(1).SetBold(true);
+    again->SubItem(1).SetBold(false);
+    EXPECT_FALSE(unbolded->Bold());
+    EXPECT_FALSE(unbolded->SubItem(1).Bold());
+    EXPECT_FALSE(again->SubItem(1).Bold());
+    // A load makes every row without a colour not bold: that stores nothing.
+    EXPECT_FALSE(unbolded->data(0, Qt::FontRole).isValid());
+    EXPECT_FALSE(unbolded->data(1, Qt::FontRole).isValid());
+    // The title cells draw alike: untouched, made not bold, made bold and not bold again.
+    list.setFocusPolicy(Qt::NoFocus);
+    list.setCurrentItem(nullptr);
+    list.resize(300, 120);
+    list.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&list));
+    const QImage shot = list.viewport()->grab().toImage();
+    auto titleCell = [&](ReportListItem* row) {
+        const QRect r = list.visualItemRect(row);
+        return shot.copy(list.header()->sectionViewportPosition(1), r.y(),
+                         list.header()->sectionSize(1), r.height());
+    };
+    EXPECT_EQ(titleCell(plain), titleCell(unbolded));
+    EXPECT_EQ(titleCell(plain), titleCell(again));
+    // And a bold title does draw otherwise, so the comparison can tell.
+    again->SubItem(1).SetBold(true);
+    QCoreApplication::processEvents();
+    const QImage bold = list.viewport()->grab().toImage();
+    const QRect r = list.visualItemRect(again);
+    EXPECT_NE(bold.copy(list.header()->sectionViewportPosition(1), r.y(),
+                        list.header()->sectionSize(1), r.height()),
+              titleCell(plain));
 }
