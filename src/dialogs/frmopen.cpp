@@ -2,6 +2,7 @@
 
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
+#include "dialogs/filebrowsing.h"
 #include "dialogs/packagescan.h"
 #include "package/packagefolder.h"
 #include "package/packagetext.h"
@@ -9,6 +10,7 @@
 #include "settings/followlanguage.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
+#include "settings/lastpackage.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/filedialog.h"
@@ -95,6 +97,13 @@ frmOpen::frmOpen(frmMain& main)
     connect(cmdSearch_, &QPushButton::clicked, this,
             [this] { RunHandler([this] { cmdSearch_Click(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+
+    // The open package, else the one opened last, is highlighted: Enter opens it again.
+    const int offered = IndexOfFolder(
+        packageFolders_, main_.PackageFolder.isEmpty() ? ReadLastPackage() : main_.PackageFolder);
+    if (offered >= 0)
+        lstFile_->setCurrentRow(offered);
+    lstFile_->setFocus();
     PlaceOnOwner(this, &main_);
 }
 
@@ -153,7 +162,7 @@ void frmOpen::cmdOK_Click() {
 }
 
 void frmOpen::cmdSearch_Click() {
-    const QString path = ShowOpenDialog(this, AppPath(),
+    const QString path = ShowOpenDialog(this, PackagesDialogFolder(),
                                         LangTextOr(main_.language(), LangText::FindIndexFileTitle,
                                                    QStringLiteral("Indexdatei suchen")),
                                         LangTextOr(main_.language(), LangText::IndexFileFilter,
