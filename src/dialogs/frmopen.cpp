@@ -75,6 +75,12 @@ frmOpen::frmOpen(frmMain& main)
     layout->addWidget(lblAutor_, 1, 1);
     layout->addWidget(txtComment_, 2, 1);
     layout->addLayout(buttons, 3, 0, 1, 2);
+    // Tab follows the layout: the list, its description, then the buttons from left to right.
+    txtComment_->setTabChangesFocus(true);
+    QWidget::setTabOrder(lstFile_, txtComment_);
+    QWidget::setTabOrder(txtComment_, cmdSearch_);
+    QWidget::setTabOrder(cmdSearch_, cmdOK_);
+    QWidget::setTabOrder(cmdOK_, cmdCancel_);
 
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
     FollowLanguage(this, main_.language(), [this] {
