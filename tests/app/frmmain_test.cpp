@@ -500,7 +500,7 @@ TEST(MainWindowEdit, SortingByTitleTwiceGivesTheReverseOfSortingOnce) {
                 once == (QStringList{"Achtung", "Bahnsteig", "Zug"}));
 }
 
-TEST(MainWindowEdit, PlayTimesSortAsText) {
+TEST(MainWindowEdit, TheSortMenuSortsPlayTimesAsText) {
     EditorFixture editor;
     ASSERT_TRUE(editor.main->FormLoad());
     editor.open(editor.writePackage(QStringLiteral("p"), QStringLiteral("P"),
