@@ -22,6 +22,7 @@ constexpr std::int32_t kMenuFile = 502;
 constexpr std::int32_t kMenuProperties = 503;
 constexpr std::int32_t kMenuMoveUp = 504;
 constexpr std::int32_t kMenuMoveDown = 505;
+constexpr std::int32_t kMenuRemove = 507;
 
 // A standard key where the platform has one, else `fallback`.
 QList<QKeySequence> standardOr(QKeySequence::StandardKey key, const QKeySequence& fallback) {
@@ -119,11 +120,12 @@ void frmMain::ApplyMenuTexts() {
     mnuOpen_->setText(cmdOpen_->Caption());
     mnuSave_->setText(cmdSave_->Caption());
     mnuQuit_->setText(cmdExit_->Caption());
-    mnuRemove_->setText(cmdRemove_->Caption());
     mnuPlay_->setText(cmdPlay_->Caption());
     mnuProperties_->setText(text(kMenuProperties, QStringLiteral("E&igenschaften...")));
     mnuMoveUp_->setText(text(kMenuMoveUp, QStringLiteral("Eine Position nach &oben")));
     mnuMoveDown_->setText(text(kMenuMoveDown, QStringLiteral("Eine Position nach &unten")));
+    // Its own text: the button's access key is the one of Redo in some languages.
+    mnuRemove_->setText(text(kMenuRemove, QStringLiteral("&Entfernen")));
 }
 
 } // namespace tavik
