@@ -84,6 +84,7 @@ void applyCodeTexts(frmMain& main) {
         main.Panel(1)->setText(language.GetLangString(LangText::StatusReady));
     main.lsvPack()->setAccessibleName(language.GetLangString(LangText::NameAnnouncementList));
     main.ApplyEditTexts();
+    main.ApplyMenuTexts();
 }
 
 } // namespace
@@ -95,6 +96,8 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     buildControls();
     buildMenus();
     buildEditMenu();
+    buildKeys();
+    ApplyMenuTexts();
     buildStatusBar();
     EnableServicButtons(false);
     cmdSave_->setEnabled(false);
@@ -213,16 +216,7 @@ void frmMain::buildControls() {
 }
 
 void frmMain::buildMenus() {
-    mnuSort_ = new QMenu(QStringLiteral("Sortieren"), this);
-    mnuSort_->setObjectName(QStringLiteral("mnuSort"));
-    mnuIndex_ = makeAction("mnuIndex", QStringLiteral("nach &Index"), mnuSort_);
-    mnuTitel_ = makeAction("mnuTitel", QStringLiteral("nach &Titel"), mnuSort_);
-    mnuFormat_ = makeAction("mnuFormat", QStringLiteral("nach &Format"), mnuSort_);
-    mnuLenght_ = makeAction("mnuLenght", QStringLiteral("nach &Länge"), mnuSort_);
-    const QAction* sortEntries[] = {mnuIndex_, mnuTitel_, mnuFormat_, mnuLenght_};
-    for (int column = 0; column < 4; ++column)
-        connect(sortEntries[column], &QAction::triggered, this,
-                [this, column] { RunHandler([this, column] { SortByColumn(column); }); });
+    buildSortMenu();
 
     mnuHlp_ = new QMenu(QStringLiteral("Hilfe"), this);
     mnuHlp_->setObjectName(QStringLiteral("mnuHlp"));

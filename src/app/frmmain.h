@@ -31,6 +31,7 @@ class ReportList;
 class frmCheck;
 class frmStatus;
 class PackageWatch;
+struct ListSortState;
 class modMCI;
 class SetAsideFiles;
 class zelcmd;
@@ -102,7 +103,21 @@ public:
     void ImportSounds(const QStringList& files = {});
     // Relabels the edit menu and puts the modified mark into the title (language changes).
     void ApplyEditTexts();
+    // Puts the texts the code gives the menus (sort directions, the file menu, the edit menu's
+    // list commands) into the program's language.
+    void ApplyMenuTexts();
     QMenu* mnuEdit() const { return mnuEdit_; }
+    QMenu* mnuFile() const { return mnuFile_; }
+    // The keyboard's commands; each presses its button.
+    QAction* mnuNew() const { return mnuNew_; }
+    QAction* mnuOpen() const { return mnuOpen_; }
+    QAction* mnuSave() const { return mnuSave_; }
+    QAction* mnuQuit() const { return mnuQuit_; }
+    QAction* mnuRemove() const { return mnuRemove_; }
+    QAction* mnuProperties() const { return mnuProperties_; }
+    QAction* mnuPlay() const { return mnuPlay_; }
+    QAction* mnuMoveUp() const { return mnuMoveUp_; }
+    QAction* mnuMoveDown() const { return mnuMoveDown_; }
     QAction* mnuUndo() const { return mnuUndo_; }
     QAction* mnuRedo() const { return mnuRedo_; }
 
@@ -138,6 +153,9 @@ public:
     QAction* mnuTitel() const { return mnuTitel_; }
     QAction* mnuFormat() const { return mnuFormat_; }
     QAction* mnuLenght() const { return mnuLenght_; }
+    // The sort direction, checked while the list is sorted.
+    QAction* mnuAscending() const { return mnuAscending_; }
+    QAction* mnuDescending() const { return mnuDescending_; }
     QAction* mnuHP() const { return mnuHP_; }
     QAction* mnuSupport() const { return mnuSupport_; }
     QAction* mnuReadme() const { return mnuReadme_; }
@@ -184,7 +202,12 @@ public Q_SLOTS:
     void cmdHelp_Click();
     void cmdInfo_Click();
     void lsvPack_DblClick();
+    // The sort menu's column entries: the list sorted by the column's text.
     void SortByColumn(int column);
+    // A click on a column header: keys and play times sorted by their numbers.
+    void SortByHeader(int column);
+    // The sort menu's direction entries: the sort column the other way round.
+    void SortInOrder(int order);
     void tmrName_Timer();
 
 protected:
@@ -200,6 +223,12 @@ private:
     void buildStatusBar();
     void buildMenus();
     void buildEditMenu();
+    void buildSortMenu();
+    void buildKeys();
+    void applySortTexts();
+    // Checks the sort menu's entries of the list's sort.
+    void syncSortMenu();
+    void pushSort(const ListSortState& after);
     // LoadPackage calls it: a load of another package closes the one the list showed.
     void noteLoadedPackage();
     // The package the list showed goes: its set-aside files are settled and its undo history
@@ -260,6 +289,18 @@ private:
     QAction* mnuTitel_ = nullptr;
     QAction* mnuFormat_ = nullptr;
     QAction* mnuLenght_ = nullptr;
+    QAction* mnuAscending_ = nullptr;
+    QAction* mnuDescending_ = nullptr;
+    QMenu* mnuFile_ = nullptr;
+    QAction* mnuNew_ = nullptr;
+    QAction* mnuOpen_ = nullptr;
+    QAction* mnuSave_ = nullptr;
+    QAction* mnuQuit_ = nullptr;
+    QAction* mnuRemove_ = nullptr;
+    QAction* mnuProperties_ = nullptr;
+    QAction* mnuPlay_ = nullptr;
+    QAction* mnuMoveUp_ = nullptr;
+    QAction* mnuMoveDown_ = nullptr;
     QAction* mnuHP_ = nullptr;
     QAction* mnuSupport_ = nullptr;
     QAction* mnuReadme_ = nullptr;

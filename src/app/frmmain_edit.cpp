@@ -215,11 +215,6 @@ void frmMain::cmdFDown_Click() {
     moveSelectedRow(lsvPack_->Count());
 }
 
-void frmMain::SortByColumn(int column) {
-    undoStack_->push(new SortCommand(
-        *this, column, LangTextOr(language_, LangText::UndoSort, QStringLiteral("Sortieren"))));
-}
-
 void frmMain::lsvPack_DblClick() {
     ReportListItem* row = lsvPack_->SelectedItem();
     if (!row)

@@ -5,6 +5,7 @@
 #include "package/packagesettings.h"
 #include "settings/followlanguage.h"
 #include "settings/language.h"
+#include "settings/lastpackage.h"
 #include "util/conversions.h"
 #include "util/msgbox.h"
 #include "util/pacer.h"
@@ -143,6 +144,7 @@ void frmMain::LoadPackage() {
     EnableServicButtons(true);
     cmdSave_->setEnabled(true);
     packageLoaded();
+    WriteLastPackage(PackageFolder);
 }
 
 void frmMain::UnloadAudioFiles() {

@@ -96,13 +96,14 @@ void reopenSound(modMCI& mci, AnnouncementRecord& record) {
 } // namespace
 
 ListSortState SortStateOf(const ReportList* list) {
-    return {list->Sorted(), list->SortKey(), list->SortOrder()};
+    return {list->Sorted(), list->SortKey(), list->SortOrder(), list->SortType()};
 }
 
 void ApplySortState(ReportList* list, const ListSortState& state) {
     list->SetSorted(false);
     list->SetSortKey(state.column);
     list->SetSortOrder(state.order);
+    list->SetSortType(state.type);
     list->SetSorted(state.sorted);
 }
 
@@ -128,11 +129,9 @@ void MoveRowCommand::undo() {
     ApplySortState(main_.lsvPack(), before_);
 }
 
-SortCommand::SortCommand(frmMain& main, int column, const QString& text)
-    : QUndoCommand(text), main_(main), before_(SortStateOf(main.lsvPack())),
-      order_(RowKeys(main.lsvPack())) {
-    after_ = {true, column, before_.order == lvw::Ascending ? lvw::Descending : lvw::Ascending};
-}
+SortCommand::SortCommand(frmMain& main, const ListSortState& after, const QString& text)
+    : QUndoCommand(text), main_(main), before_(SortStateOf(main.lsvPack())), after_(after),
+      order_(RowKeys(main.lsvPack())) {}
 
 void SortCommand::redo() {
     ApplySortState(main_.lsvPack(), after_);

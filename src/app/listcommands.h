@@ -2,6 +2,7 @@
 
 #include "package/announcementrecord.h"
 #include "util/listrows.h"
+#include "util/sortvalue.h"
 
 #include <QList>
 #include <QString>
@@ -19,13 +20,6 @@ class frmMain;
 // The undoable edits of the main window's announcement list. A command names rows by their
 // announcement key and place, never by the row object: a save loads the list afresh, and the
 // commands before it stay valid because the list then shows the same rows in the same order.
-
-// How the list sorts: whether it does, by which column, which way.
-struct ListSortState {
-    bool sorted = false;
-    int column = 0;
-    int order = 0;
-};
 
 ListSortState SortStateOf(const ReportList* list);
 // Sets the sort state without moving a row where the list is already in that state's order.
@@ -48,10 +42,10 @@ private:
     ListSortState before_;
 };
 
-// A sort by one column from the sort menu; choosing the same column again reverses it.
+// A sort of the list (the sort menu, a column header): `after` is the sort it switches on.
 class SortCommand : public QUndoCommand {
 public:
-    SortCommand(frmMain& main, int column, const QString& text);
+    SortCommand(frmMain& main, const ListSortState& after, const QString& text);
     void undo() override;
     void redo() override;
 

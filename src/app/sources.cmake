@@ -5,8 +5,10 @@ list(APPEND TAVIK_UI_SOURCES
     app/frmmain_check.cpp
     app/frmmain_dialogs.cpp
     app/frmmain_edit.cpp
+    app/frmmain_keys.cpp
     app/frmmain_package.cpp
     app/frmmain_panel.cpp
+    app/frmmain_sort.cpp
     app/frmmain_watch.cpp
     app/frmstatus.cpp
     app/listcommands.cpp

@@ -1,5 +1,6 @@
 #include "dialogs/filebrowsing.h"
 
+#include "package/packagefolder.h"
 #include "util/fileops.h"
 
 #include <QDir>
@@ -91,6 +92,38 @@ QString JoinFolderFile(const QString& folder, const QString& name) {
     if (folder.endsWith(u'/') || folder.endsWith(QDir::separator()))
         return folder + name;
     return folder + QDir::separator() + name;
+}
+
+QString PackagesDialogFolder() {
+    return QDir::toNativeSeparators(QDir::cleanPath(QDir::fromNativeSeparators(DataFolder())));
+}
+
+QString PackageDialogFolder(const QString& packageFolder) {
+    if (!packageFolder.isEmpty() && QFileInfo(packageFolder).isDir())
+        return QDir::toNativeSeparators(QDir::cleanPath(QDir::fromNativeSeparators(packageFolder)));
+    return PackagesDialogFolder();
+}
+
+QString PictureFilter(const QString& allPictures, const QString& designed,
+                      const QList<QByteArray>& formats) {
+    QStringList patterns;
+    for (const QByteArray& format : formats) {
+        const QString pattern = QStringLiteral("*.") + QString::fromLatin1(format).toLower();
+        // Only plain extensions: a pattern character would widen the filter.
+        if (format.isEmpty() || format.contains('*') || format.contains('?') ||
+            format.contains('|') || format.contains(';') || patterns.contains(pattern))
+            continue;
+        patterns << pattern;
+    }
+    if (patterns.isEmpty())
+        return designed;
+    std::sort(patterns.begin(), patterns.end());
+    const QString joined = patterns.join(u';');
+    // The dialog shows the patterns beside the description; listing them twice is too long.
+    QString filter = allPictures + u'|' + joined;
+    if (!designed.isEmpty())
+        filter += u'|' + designed;
+    return filter;
 }
 
 } // namespace tavik

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -22,5 +24,17 @@ QStringList ListPatternFiles(const QString& folder, const QString& pattern);
 
 // `folder` and `name` joined by one separator, none added when the folder already ends in one.
 QString JoinFolderFile(const QString& folder, const QString& name);
+
+// Where a file dialog starts. Dialogs about packages (the search for an index file) start in
+// the data folder; the import of sounds and the package picture in the package's folder when
+// it exists (a package still to be made has none yet), else in the data folder.
+QString PackagesDialogFolder();
+QString PackageDialogFolder(const QString& packageFolder);
+
+// The picture dialog's filter, "description|patterns|..." as the file dialog takes it: first
+// every picture format the image reader knows (`formats`, such as "png" or "jpeg") as one
+// entry named `allPictures`, then the `designed` entries. Just `designed` without formats.
+QString PictureFilter(const QString& allPictures, const QString& designed,
+                      const QList<QByteArray>& formats);
 
 } // namespace tavik

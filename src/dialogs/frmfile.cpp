@@ -225,9 +225,9 @@ void frmFile::buildControls() {
     connect(drop, &SoundDrop::filesDropped, this,
             [this](const QStringList& files) { RunHandler([this, files] { AddFiles(files); }); });
 
-    // Browsing starts in the user's home folder, on its drive.
+    // Browsing starts in the package's folder, on its drive.
+    dir1_->SetPath(PackageDialogFolder(main_.PackageFolder));
     fillDrives();
-    dir1_->SetPath(QDir::homePath());
     file1_->SetPath(dir1_->Path());
     connect(drive1_, &QComboBox::currentIndexChanged, this,
             [this] { RunHandler([this] { Drive1_Change(); }); });

@@ -2,6 +2,7 @@
 
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
+#include "dialogs/filebrowsing.h"
 #include "dialogs/newpackage.h"
 #include "package/packagefolder.h"
 #include "settings/applylanguage.h"
@@ -20,6 +21,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -31,6 +33,7 @@ namespace tavik {
 namespace {
 
 constexpr char16_t kPictureTitle[] = u"Bild laden";
+constexpr std::int32_t kAllPictures = 506;
 constexpr char16_t kPictureFilter[] = u"JPEG Bild [*.jpg]|*.jpg|Bitmap Bild [*.bmp]|*.bmp|"
                                       u"Icon [*.ico]|*.ico|Alle Dateien [*.*]|*.*";
 
@@ -159,10 +162,14 @@ QString frmNew::GetFolderName() const {
 }
 
 void frmNew::cmdPic_Click() {
+    // A package still to be made has no folder yet; the open one's may hold its picture.
     const QString path = ShowOpenDialog(
-        this, AppPath(),
+        this, PackageDialogFolder(main_.newPackageMode ? QString() : main_.PackageFolder),
         LangTextOr(main_.language(), LangText::LoadPictureTitle, QString::fromUtf16(kPictureTitle)),
-        LangTextOr(main_.language(), LangText::PictureFilter, QString::fromUtf16(kPictureFilter)));
+        PictureFilter(LangTextOr(main_.language(), kAllPictures, QStringLiteral("Alle Bilder")),
+                      LangTextOr(main_.language(), LangText::PictureFilter,
+                                 QString::fromUtf16(kPictureFilter)),
+                      QImageReader::supportedImageFormats()));
     if (!path.isEmpty())
         txtPic_->setText(path);
 }

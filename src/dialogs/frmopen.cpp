@@ -2,6 +2,7 @@
 
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
+#include "dialogs/filebrowsing.h"
 #include "dialogs/packagescan.h"
 #include "package/packagefolder.h"
 #include "package/packagetext.h"
@@ -9,6 +10,7 @@
 #include "settings/followlanguage.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
+#include "settings/lastpackage.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/filedialog.h"
@@ -73,6 +75,12 @@ frmOpen::frmOpen(frmMain& main)
     layout->addWidget(lblAutor_, 1, 1);
     layout->addWidget(txtComment_, 2, 1);
     layout->addLayout(buttons, 3, 0, 1, 2);
+    // Tab follows the layout: the list, its description, then the buttons from left to right.
+    txtComment_->setTabChangesFocus(true);
+    QWidget::setTabOrder(lstFile_, txtComment_);
+    QWidget::setTabOrder(txtComment_, cmdSearch_);
+    QWidget::setTabOrder(cmdSearch_, cmdOK_);
+    QWidget::setTabOrder(cmdOK_, cmdCancel_);
 
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
     FollowLanguage(this, main_.language(), [this] {
@@ -95,6 +103,13 @@ frmOpen::frmOpen(frmMain& main)
     connect(cmdSearch_, &QPushButton::clicked, this,
             [this] { RunHandler([this] { cmdSearch_Click(); }); });
     connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+
+    // The open package, else the one opened last, is highlighted: Enter opens it again.
+    const int offered = IndexOfFolder(
+        packageFolders_, main_.PackageFolder.isEmpty() ? ReadLastPackage() : main_.PackageFolder);
+    if (offered >= 0)
+        lstFile_->setCurrentRow(offered);
+    lstFile_->setFocus();
     PlaceOnOwner(this, &main_);
 }
 
@@ -153,7 +168,7 @@ void frmOpen::cmdOK_Click() {
 }
 
 void frmOpen::cmdSearch_Click() {
-    const QString path = ShowOpenDialog(this, AppPath(),
+    const QString path = ShowOpenDialog(this, PackagesDialogFolder(),
                                         LangTextOr(main_.language(), LangText::FindIndexFileTitle,
                                                    QStringLiteral("Indexdatei suchen")),
                                         LangTextOr(main_.language(), LangText::IndexFileFilter,

@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_SOURCES
     settings/formatsfile.cpp
     settings/langtexts.cpp
     settings/language.cpp
+    settings/lastpackage.cpp
     settings/modini.cpp
     settings/profilefile.cpp
     settings/profiletext.cpp

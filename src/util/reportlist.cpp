@@ -393,24 +393,46 @@ void ReportList::SetSortKey(int column) {
     if (column < 0)
         throw RuntimeError(rt::InvalidCall);
     sortKey_ = column;
-    sortItems();
+    sortStateChanged();
 }
 
 void ReportList::SetSorted(bool sorted) {
     sorted_ = sorted;
-    sortItems();
+    sortStateChanged();
 }
 
 void ReportList::SetSortOrder(int order) {
     if (order != lvw::Ascending && order != lvw::Descending)
         throw RuntimeError(rt::InvalidCall);
     sortOrder_ = order;
-    sortItems();
+    sortStateChanged();
 }
 
-// Every column compares as text, without regard to case.
+void ReportList::SetSortType(int type) {
+    if (type != lvw::TextSort && type != lvw::NumberSort)
+        throw RuntimeError(rt::InvalidCall);
+    sortType_ = type;
+    sortStateChanged();
+}
+
+void ReportList::SetHeaderSorting(bool enabled) {
+    header()->setSectionsClickable(enabled);
+    header()->setSortIndicatorShown(enabled);
+    sortStateChanged();
+}
+
+void ReportList::sortStateChanged() {
+    sortItems();
+    // No section shows the indicator while the list keeps its own order.
+    header()->setSortIndicator(sorted_ && sortKey_ < columnCount() ? sortKey_ : -1,
+                               sortOrder_ == lvw::Ascending ? Qt::AscendingOrder
+                                                            : Qt::DescendingOrder);
+    Q_EMIT SortChanged();
+}
+
 bool ReportList::before(const QTreeWidgetItem* a, const QTreeWidgetItem* b) const {
-    const int c = QString::compare(textAt(a, sortKey_), textAt(b, sortKey_), Qt::CaseInsensitive);
+    const int c = CompareSortValues(MakeSortValue(textAt(a, sortKey_), sortType_),
+                                    MakeSortValue(textAt(b, sortKey_), sortType_));
     return sortOrder_ == lvw::Ascending ? c < 0 : c > 0;
 }
 
@@ -432,18 +454,18 @@ void ReportList::sortItems() {
         return;
     QList<QTreeWidgetItem*> selected = selectedItems();
     QTreeWidgetItem* current = currentItem();
-    // Each row's text read once, not at every comparison.
+    // Each row's cell read once, not at every comparison.
     struct Row {
-        QString text;
+        SortValue value;
         QTreeWidgetItem* item;
     };
     std::vector<Row> rows;
     rows.reserve(static_cast<std::size_t>(Count()));
     for (QTreeWidgetItem* item : invisibleRootItem()->takeChildren())
-        rows.push_back({textAt(item, sortKey_), item});
+        rows.push_back({MakeSortValue(textAt(item, sortKey_), sortType_), item});
     const bool ascending = sortOrder_ == lvw::Ascending;
     std::stable_sort(rows.begin(), rows.end(), [ascending](const Row& a, const Row& b) {
-        const int c = QString::compare(a.text, b.text, Qt::CaseInsensitive);
+        const int c = CompareSortValues(a.value, b.value);
         return ascending ? c < 0 : c > 0;
     });
     QList<QTreeWidgetItem*> items;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "util/sortvalue.h"
+
 #include <QHash>
 #include <QString>
 #include <QTreeWidget>
@@ -9,12 +11,6 @@
 namespace tavik {
 
 class ReportList;
-
-// Sort orders of the report list.
-namespace lvw {
-inline constexpr int Ascending = 0;
-inline constexpr int Descending = 1;
-} // namespace lvw
 
 // The colour value items start with: the system's window text colour.
 inline constexpr quint32 WindowTextColor = 0x80000008u;
@@ -95,8 +91,8 @@ private:
 };
 
 // A report-style list view: column headers with widths in twips, items counted from 1 with
-// unique keys, and text sorting by one column. Rows keep their place when edited; sorting
-// happens when switched on, when the sort key or order changes while on, and when an item
+// unique keys, and sorting by one column, as text or by number. Rows keep their place when edited;
+// sorting happens when switched on, when the sort key or order changes while on, and when an item
 // is added while on.
 class ReportList : public QTreeWidget {
     Q_OBJECT
@@ -139,6 +135,17 @@ public:
     void SetSorted(bool sorted);
     int SortOrder() const { return sortOrder_; }
     void SetSortOrder(int order);
+    // lvw::TextSort (the designed one) or lvw::NumberSort.
+    int SortType() const { return sortType_; }
+    void SetSortType(int type);
+
+    // Column headers the user can click, with the header's sort indicator on the sort column
+    // while the list is sorted. What a click does is the owner's (headerClicked).
+    void SetHeaderSorting(bool enabled);
+
+Q_SIGNALS:
+    // Whether the list sorts, its sort column, order or type changed.
+    void SortChanged();
 
 private:
     friend class ReportListItem;
@@ -148,12 +155,14 @@ private:
     bool before(const QTreeWidgetItem* a, const QTreeWidgetItem* b) const;
     int sortedPosition(const QTreeWidgetItem* item) const;
     void sortItems();
+    void sortStateChanged();
 
     QHash<QString, ReportListItem*> keys_;
     int columns_ = 0;
     int sortKey_ = 0;
     bool sorted_ = false;
     int sortOrder_ = lvw::Ascending;
+    int sortType_ = lvw::TextSort;
 };
 
 } // namespace tavik

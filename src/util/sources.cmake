@@ -13,6 +13,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/placement.cpp
     util/numberinput.cpp
     util/runtimeerror.cpp
+    util/sortvalue.cpp
     util/tickcount.cpp
     util/variant.cpp
     util/vbstrings.cpp

@@ -5,6 +5,8 @@ list(APPEND TAVIK_CORE_TESTS
 list(APPEND TAVIK_WIDGET_TESTS
     app/frmmain_load_test.cpp
     app/frmmain_sortsave_test.cpp
+    app/frmmain_sortheader_test.cpp
+    app/frmmain_keys_test.cpp
     app/frmmain_badinput_test.cpp
     app/frmmain_undo_test.cpp
     app/frmmain_randomorder_test.cpp

@@ -55,3 +55,60 @@ TEST(JoinFolderFile, AddsOneSeparatorOnlyWhenMissing) {
     EXPECT_EQ(JoinFolderFile("/a", "b.wav"), "/a" + sep + "b.wav");
     EXPECT_EQ(JoinFolderFile("/", "b.wav"), QStringLiteral("/b.wav"));
 }
+
+namespace {
+
+// An installation root in a scratch folder for the length of a test.
+struct ScratchInstallation {
+    tavik::test::TempDir root;
+    ScratchInstallation() {
+        QDir(root.path()).mkpath(QStringLiteral("bin"));
+        QDir(root.path()).mkpath(QStringLiteral("Data/Linie1"));
+        qputenv("TAVIK_HOME", root.path().toLocal8Bit());
+    }
+    ~ScratchInstallation() { qunsetenv("TAVIK_HOME"); }
+    QString canonical(const QString& name) const { return QDir(root.file(name)).canonicalPath(); }
+};
+
+} // namespace
+
+TEST(DialogFolders, DialogsAboutPackagesStartInTheDataFolder) {
+    ScratchInstallation install;
+    const QString folder = tavik::PackagesDialogFolder();
+    EXPECT_EQ(QDir(folder).canonicalPath(), install.canonical(QStringLiteral("Data")));
+    // A plain path a file dialog shows as it is: no "bin/.." and no doubled separator.
+    EXPECT_FALSE(QDir::fromNativeSeparators(folder).contains(QStringLiteral("..")));
+    EXPECT_FALSE(QDir::fromNativeSeparators(folder).contains(QStringLiteral("//")));
+}
+
+TEST(DialogFolders, APackageDialogStartsInThePackageFolderWhenItExistsElseInTheDataFolder) {
+    ScratchInstallation install;
+    EXPECT_EQ(QDir(tavik::PackageDialogFolder(install.root.file(QStringLiteral("Data/Linie1"))))
+                  .canonicalPath(),
+              install.canonical(QStringLiteral("Data/Linie1")));
+    // The doubled separator the open dialog forms after "Data" names the same folder.
+    EXPECT_EQ(QDir(tavik::PackageDialogFolder(install.root.file(QStringLiteral("Data//Linie1"))))
+                  .canonicalPath(),
+              install.canonical(QStringLiteral("Data/Linie1")));
+    for (const QString& none : {QString(), install.root.file(QStringLiteral("Data/Weg"))})
+        EXPECT_EQ(QDir(tavik::PackageDialogFolder(none)).canonicalPath(),
+                  install.canonical(QStringLiteral("Data")))
+            << none.toStdString();
+}
+
+TEST(PictureFilter, PutsEveryReadableFormatFirstAndKeepsTheDesignedEntries) {
+    const QString designed = QStringLiteral("JPEG Bild [*.jpg]|*.jpg|Alle Dateien [*.*]|*.*");
+    EXPECT_EQ(tavik::PictureFilter(QStringLiteral("Alle Bilder"), designed,
+                                   {"png", "jpeg", "jpg", "BMP", "gif", "png"}),
+              QStringLiteral("Alle Bilder|*.bmp;*.gif;*.jpeg;*.jpg;*.png|") + designed);
+}
+
+TEST(PictureFilter, WithoutFormatsOnlyTheDesignedEntriesAndNoWildcardSlipsIn) {
+    const QString designed = QStringLiteral("Icon [*.ico]|*.ico");
+    EXPECT_EQ(tavik::PictureFilter(QStringLiteral("Alle Bilder"), designed, {}), designed);
+    EXPECT_EQ(
+        tavik::PictureFilter(QStringLiteral("Alle Bilder"), designed, {"*", "a|b", "x;y", ""}),
+        designed);
+    EXPECT_EQ(tavik::PictureFilter(QStringLiteral("All pictures"), QString(), {"png"}),
+              QStringLiteral("All pictures|*.png"));
+}

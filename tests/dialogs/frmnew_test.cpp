@@ -369,7 +369,7 @@ TEST(frmNew, APictureThatIsMissingOrEmptyIsNotCopied) {
     EXPECT_FALSE(QFileInfo::exists(editor.root.file(QStringLiteral("Data/B/Package.img"))));
 }
 
-TEST(frmNew, ThePictureButtonAsksForAPictureFromTheProgramFolder) {
+TEST(frmNew, ThePictureButtonOfANewPackageStartsInTheDataFolderWithEveryPictureFormat) {
     Editor editor;
     auto dialog = showNew(editor, true);
     {
@@ -377,11 +377,19 @@ TEST(frmNew, ThePictureButtonAsksForAPictureFromTheProgramFolder) {
         dialog->cmdPic()->click();
         ASSERT_EQ(chooser.requests.size(), 1u);
         EXPECT_EQ(chooser.requests[0].owner, dialog.get());
-        EXPECT_EQ(chooser.requests[0].startFolder, AppPath());
+        EXPECT_EQ(QDir(chooser.requests[0].startFolder).canonicalPath(),
+                  QDir(editor.root.file(QStringLiteral("Data"))).canonicalPath());
         EXPECT_EQ(chooser.requests[0].title, QStringLiteral("Bild laden"));
-        EXPECT_EQ(chooser.requests[0].filter,
-                  QStringLiteral("JPEG Bild [*.jpg]|*.jpg|Bitmap Bild [*.bmp]|*.bmp|Icon "
-                                 "[*.ico]|*.ico|Alle Dateien [*.*]|*.*"));
+        const QString filter = chooser.requests[0].filter;
+        // Every picture the preview can show first, then the designed entries.
+        EXPECT_TRUE(filter.startsWith(QStringLiteral("Alle Bilder|"))) << filter.toStdString();
+        const QStringList firstPatterns = filter.section(u'|', 1, 1).split(u';');
+        for (const char* pattern : {"*.png", "*.jpg", "*.jpeg", "*.bmp", "*.gif", "*.ico"})
+            EXPECT_TRUE(firstPatterns.contains(QLatin1String(pattern))) << pattern;
+        EXPECT_TRUE(filter.endsWith(
+            QStringLiteral("|JPEG Bild [*.jpg]|*.jpg|Bitmap Bild [*.bmp]|*.bmp|Icon "
+                           "[*.ico]|*.ico|Alle Dateien [*.*]|*.*")));
+        EXPECT_TRUE(QtFilterFromWindows(filter).startsWith(QStringLiteral("Alle Bilder (*.")));
     }
     EXPECT_EQ(dialog->txtPic()->text(), QStringLiteral("/bilder/logo.bmp"));
     {
@@ -391,6 +399,21 @@ TEST(frmNew, ThePictureButtonAsksForAPictureFromTheProgramFolder) {
     EXPECT_EQ(dialog->txtPic()->text(), QStringLiteral("/bilder/logo.bmp"));
     dialog->cmdClear()->click();
     EXPECT_EQ(dialog->txtPic()->text(), QString());
+}
+
+TEST(frmNew, ThePictureButtonOfTheOpenPackageStartsInItsFolderInEnglishToo) {
+    Editor editor(QStringLiteral("English.lng"));
+    const QString folder =
+        editor.writePackage(QStringLiteral("Linie1"), QStringLiteral("Linie 1"),
+                            {{QStringLiteral("0000"), QStringLiteral("Gong"), 100}});
+    editor.open(folder);
+    auto dialog = showNew(editor, false);
+    FileChooser chooser{QString()};
+    dialog->cmdPic()->click();
+    ASSERT_EQ(chooser.requests.size(), 1u);
+    EXPECT_EQ(QDir(chooser.requests[0].startFolder).canonicalPath(), QDir(folder).canonicalPath());
+    EXPECT_TRUE(chooser.requests[0].filter.startsWith(QStringLiteral("All pictures|*.")));
+    EXPECT_TRUE(chooser.requests[0].filter.endsWith(QStringLiteral("All files [*.*]|*.*")));
 }
 
 TEST(frmNew, CancelWritesNothing) {

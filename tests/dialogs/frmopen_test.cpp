@@ -234,7 +234,9 @@ TEST(frmOpenChoice, TheSearchHandsOverTheChosenFolderWithItsTrailingSeparator) {
     QTest::mouseClick(dialog.cmdSearch(), Qt::LeftButton);
     SetFileDialogHandler(previous);
     EXPECT_EQ(asked.owner, &dialog);
-    EXPECT_EQ(asked.startFolder, AppPath());
+    // A dialog about packages starts where the packages are.
+    EXPECT_EQ(QDir(asked.startFolder).canonicalPath(),
+              QDir(setup.editor.root.file(QStringLiteral("Data"))).canonicalPath());
     EXPECT_EQ(asked.title, QStringLiteral("Indexdatei suchen"));
     EXPECT_EQ(asked.filter, QStringLiteral("Tavik Indexdatei [*.io]|*.io"));
     EXPECT_FALSE(dialog.isVisible());

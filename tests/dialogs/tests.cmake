@@ -9,6 +9,7 @@ list(APPEND TAVIK_CORE_TESTS
     dialogs/soundimport_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
+    dialogs/dialogkeys_test.cpp
     dialogs/frmfile_test.cpp
     dialogs/frmnew_test.cpp
     dialogs/frmopen_test.cpp

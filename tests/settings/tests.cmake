@@ -4,6 +4,7 @@ list(APPEND TAVIK_CORE_TESTS
     settings/formatsini_test.cpp
     settings/language_hostile_test.cpp
     settings/language_test.cpp
+    settings/lastpackage_test.cpp
     settings/languagefiles_test.cpp
     settings/modini_test.cpp
     settings/profilerules_test.cpp
