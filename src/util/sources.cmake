@@ -12,6 +12,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/placement.cpp
     util/numberinput.cpp
     util/runtimeerror.cpp
+    util/searchfold.cpp
     util/tickcount.cpp
     util/variant.cpp
     util/vbstrings.cpp
