@@ -1,0 +1,227 @@
+#include "service/sentencetimeline.h"
+
+#include "audio/waveform.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QHash>
+#include <QMutex>
+#include <QPainter>
+#include <QPointer>
+#include <QThreadPool>
+
+namespace tavik {
+
+namespace {
+
+constexpr int kMargin = 6;
+constexpr int kRulerHeight = 18;
+constexpr int kLaneHeight = 34;
+constexpr int kLaneGap = 4;
+constexpr int kBucketMs = 10;
+
+// Outlines are made once per sound file and kept while it stays the same file (path, size and
+// time), for every timeline of the program.
+struct PeakCache {
+    QMutex mutex;
+    QHash<QString, QList<float>> done;
+    QSet<QString> running;
+};
+
+PeakCache& peakCache() {
+    static PeakCache cache;
+    return cache;
+}
+
+QString cacheKey(const QString& path) {
+    const QFileInfo info(path);
+    return path + u'\n' + QString::number(info.size()) + u'\n' +
+           QString::number(info.lastModified().toMSecsSinceEpoch());
+}
+
+QString seconds(qint64 ms) {
+    return QString::number(double(ms) / 1000.0, 'f', 2) + QStringLiteral(" s");
+}
+
+} // namespace
+
+SentenceTimeline::SentenceTimeline(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("picTimeline"));
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void SentenceTimeline::setBlocks(const QList<TimelineBlock>& blocks) {
+    blocks_ = blocks;
+    problem_.clear();
+    requestPeaks();
+    update();
+}
+
+void SentenceTimeline::setProblem(const QString& text) {
+    blocks_.clear();
+    problem_ = text;
+    update();
+}
+
+QString SentenceTimeline::lengthText() const {
+    return blocks_.isEmpty() ? QString() : seconds(TimelineLengthMs(blocks_));
+}
+
+QSize SentenceTimeline::sizeHint() const {
+    return {400, minimumSizeHint().height()};
+}
+
+QSize SentenceTimeline::minimumSizeHint() const {
+    return {120, kMargin * 2 + kRulerHeight + 2 * kLaneHeight + kLaneGap};
+}
+
+double SentenceTimeline::pxPerMs() const {
+    qint64 end = TimelineLengthMs(blocks_);
+    for (const TimelineBlock& b : blocks_)
+        end = std::max(end, b.soundEndMs);
+    const double room = std::max(1, width() - 2 * kMargin);
+    return end > 0 ? room / double(end) : 0.0;
+}
+
+double SentenceTimeline::xAt(qint64 ms) const {
+    return kMargin + double(ms) * pxPerMs();
+}
+
+QRectF SentenceTimeline::laneRect(int i) const {
+    const double top = kMargin + kRulerHeight + (i % 2) * (kLaneHeight + kLaneGap);
+    return {0.0, top, 0.0, double(kLaneHeight)};
+}
+
+QRectF SentenceTimeline::playedRect(int i) const {
+    const TimelineBlock& b = blocks_.at(i);
+    QRectF r = laneRect(i);
+    r.setLeft(xAt(b.startMs));
+    r.setRight(xAt(std::min(b.soundEndMs, b.stopMs)));
+    return r;
+}
+
+QRectF SentenceTimeline::gapRect(int i) const {
+    const TimelineBlock& b = blocks_.at(i);
+    if (b.stopMs <= b.soundEndMs)
+        return {};
+    QRectF r = laneRect(i);
+    r.setLeft(xAt(b.soundEndMs));
+    r.setRight(xAt(b.stopMs));
+    return r;
+}
+
+QRectF SentenceTimeline::cutRect(int i) const {
+    const TimelineBlock& b = blocks_.at(i);
+    if (b.soundEndMs <= b.stopMs)
+        return {};
+    QRectF r = laneRect(i);
+    r.setLeft(xAt(std::max(b.stopMs, b.startMs)));
+    r.setRight(xAt(b.soundEndMs));
+    return r;
+}
+
+QList<float> SentenceTimeline::peaksOf(const QString& path) const {
+    PeakCache& cache = peakCache();
+    const QMutexLocker lock(&cache.mutex);
+    return cache.done.value(cacheKey(path));
+}
+
+void SentenceTimeline::requestPeaks() {
+    PeakCache& cache = peakCache();
+    for (const TimelineBlock& b : std::as_const(blocks_)) {
+        if (b.path.isEmpty())
+            continue;
+        const QString key = cacheKey(b.path);
+        {
+            const QMutexLocker lock(&cache.mutex);
+            if (cache.done.contains(key) || cache.running.contains(key))
+                continue;
+            cache.running.insert(key);
+        }
+        const QPointer<SentenceTimeline> self(this);
+        const QString path = b.path;
+        // Decoding a long sound takes a while: it is done away from the window, which draws
+        // the outline once it is there.
+        QThreadPool::globalInstance()->start([self, path, key] {
+            QList<float> peaks = WaveformPeaks(path, kBucketMs);
+            PeakCache& cache = peakCache();
+            {
+                const QMutexLocker lock(&cache.mutex);
+                cache.running.remove(key);
+                cache.done.insert(key, std::move(peaks));
+            }
+            if (self)
+                QMetaObject::invokeMethod(
+                    self.data(),
+                    [self] {
+                        if (self)
+                            self->update();
+                    },
+                    Qt::QueuedConnection);
+        });
+    }
+}
+
+void SentenceTimeline::paintEvent(QPaintEvent*) {
+    QPainter p(this);
+    p.fillRect(rect(), palette().base());
+    const QPalette& pal = palette();
+    if (blocks_.isEmpty()) {
+        p.setPen(pal.color(QPalette::PlaceholderText));
+        p.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                   Qt::AlignCenter | Qt::TextWordWrap, problem_);
+        return;
+    }
+    // The ruler: a mark and its seconds every step, the sentence's length at the right.
+    const qint64 length = TimelineLengthMs(blocks_);
+    const qint64 step = RulerStepMs(pxPerMs(), 60);
+    p.setPen(pal.color(QPalette::Text));
+    const QFontMetrics metrics(font());
+    for (qint64 t = 0; xAt(t) <= width() - kMargin; t += step) {
+        const double x = xAt(t);
+        p.drawLine(QPointF(x, kMargin + kRulerHeight - 5), QPointF(x, kMargin + kRulerHeight));
+        p.drawText(QPointF(x + 2, kMargin + metrics.ascent()), seconds(t));
+    }
+    const QString total = lengthText();
+    p.drawText(QRectF(0, kMargin, width() - kMargin, kRulerHeight), Qt::AlignRight | Qt::AlignTop,
+               total);
+    p.drawLine(QPointF(xAt(length), kMargin), QPointF(xAt(length), height() - kMargin));
+
+    const QColor fills[] = {QColor(0x9ec5e8), QColor(0xa8d8a0)};
+    for (int i = 0; i < blocks_.size(); ++i) {
+        const TimelineBlock& b = blocks_[i];
+        const QRectF played = playedRect(i);
+        const QColor fill = fills[i % 2];
+        p.fillRect(played, fill);
+        // The outline of the sound over its whole length, the cut part included.
+        const QList<float> peaks = b.path.isEmpty() ? QList<float>() : peaksOf(b.path);
+        if (!peaks.isEmpty()) {
+            p.setPen(fill.darker(170));
+            const double mid = played.center().y();
+            const double half = played.height() / 2 - 2;
+            for (int k = 0; k < peaks.size(); ++k) {
+                const double x = xAt(b.startMs + qint64(k) * kBucketMs);
+                if (x > xAt(std::max(b.soundEndMs, b.stopMs)))
+                    break;
+                p.drawLine(QPointF(x, mid - peaks[k] * half), QPointF(x, mid + peaks[k] * half));
+            }
+        }
+        const QRectF cut = cutRect(i);
+        if (!cut.isEmpty()) {
+            p.fillRect(cut, QBrush(QColor(200, 60, 60, 110), Qt::BDiagPattern));
+            p.setPen(QPen(QColor(200, 60, 60), 1, Qt::DashLine));
+            p.drawRect(cut);
+        }
+        const QRectF gap = gapRect(i);
+        if (!gap.isEmpty()) {
+            p.setPen(QPen(pal.color(QPalette::Mid), 1, Qt::DashLine));
+            p.drawRect(gap);
+        }
+        p.setPen(pal.color(QPalette::Text));
+        p.drawRect(played);
+        p.drawText(played.adjusted(3, 1, -2, -1), Qt::AlignLeft | Qt::AlignTop,
+                   metrics.elidedText(b.title, Qt::ElideRight, int(played.width()) - 5));
+    }
+}
+
+} // namespace tavik

@@ -1,0 +1,206 @@
+// The selected sentence as a line of time: blocks where the player starts and stops each entry,
+// the gap of a positive shift, the cut end of a negative one, the length, and each sound's
+// outline made once in the background.
+#include "audio/sentenceschedule.h"
+#include "audio/timelinelayout.h"
+#include "audio/waveform.h"
+#include "service/dienstfixture.h"
+#include "service/sentencetimeline.h"
+#include "service/servicebytes.h"
+#include "util/runtimeerror.h"
+#include "util/zelcmd.h"
+
+#include <QAction>
+#include <QListWidget>
+#include <gtest/gtest.h>
+
+using namespace tavik;
+using tavik::test::DienstHost;
+using tavik::test::press;
+using tavik::test::ServiceBytes;
+using Entry = DienstHost::Entry;
+
+namespace {
+
+AnnouncementTable tableOf(std::initializer_list<std::pair<const char*, int>> sounds) {
+    AnnouncementTable table;
+    for (const auto& [key, length] : sounds) {
+        AnnouncementRecord r;
+        r.Key = QString::fromLatin1(key);
+        r.Title = QStringLiteral("Titel ") + r.Key;
+        r.Length = length;
+        table.Announcements << r;
+    }
+    table.AnnouncementCount = static_cast<std::int16_t>(table.Announcements.size());
+    return table;
+}
+
+SatzRecord sentenceOf(std::initializer_list<std::pair<const char*, std::int16_t>> entries) {
+    SatzRecord s;
+    s.Key = QStringLiteral("4711");
+    for (const auto& [key, shift] : entries)
+        s.Targets << SatzTarget{QString::fromLatin1(key), shift};
+    s.LastTarget = static_cast<std::int16_t>(s.Targets.size() - 1);
+    return s;
+}
+
+struct ServiceShown {
+    DienstHost host{{{"0000", "Gong", 600, 0, true, 1},
+                     {"0001", "Achtung an Gleis 1", 1000, 0, true, 2},
+                     {"0002", "Signal", 400, 0, false}}};
+    frmDienst* editor = nullptr;
+
+    explicit ServiceShown(const QByteArray& bytes) {
+        host.root.write(QStringLiteral("Data/Linie/_000003._"), bytes);
+        editor = host.openEditor();
+        editor->resize(800, 600);
+        editor->mnuOpen()->trigger();
+        editor->cmdRefresh()->click();
+        QListWidget* list = editor->lstOpen();
+        const QList<QListWidgetItem*> found =
+            list->findItems(QStringLiteral("Zeiten"), Qt::MatchExactly);
+        EXPECT_EQ(found.size(), 1);
+        if (found.isEmpty())
+            return;
+        list->setCurrentItem(found[0]);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualItemRect(found[0]).center());
+        press(editor, editor->cmdOpen());
+    }
+    void select(int row) {
+        ReportList* list = editor->lsvDienst();
+        list->ListItems(row)->SetSelected(true);
+    }
+};
+
+QByteArray threeShifts() {
+    return ServiceBytes()
+        .header("Zeiten", "", "", "000003")
+        .count(2)
+        .sentence("4711", "Gong Achtung an Gleis 1 Signal ",
+                  {{"0000", 200}, {"0001", 0}, {"0002", -300}})
+        .sentence("0815", "Signal ", {{"0002", 0}});
+}
+
+} // namespace
+
+TEST(TimelineLayout, BlocksFollowTheScheduleWithGapsAndCutEnds) {
+    const AnnouncementTable table = tableOf({{"0000", 600}, {"0001", 1000}, {"0002", 400}});
+    const SatzRecord sentence = sentenceOf({{"0000", 200}, {"0001", -300}, {"0002", 0}});
+    const QList<ScheduledEntry> schedule = ScheduleSentence(table, sentence);
+    const QList<TimelineBlock> blocks = LayoutTimeline(table, sentence);
+    ASSERT_EQ(blocks.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(blocks[i].startMs, schedule[i].startMs) << i;
+        EXPECT_EQ(blocks[i].stopMs, schedule[i].stopMs) << i;
+        EXPECT_EQ(blocks[i].key, schedule[i].key) << i;
+    }
+    // A positive shift: the sound ends before its stop, a gap follows.
+    EXPECT_EQ(blocks[0].soundEndMs, 600);
+    EXPECT_GT(blocks[0].stopMs, blocks[0].soundEndMs);
+    // A negative one: the next entry starts before the sound would end.
+    EXPECT_EQ(blocks[1].soundEndMs, blocks[1].startMs + 1000);
+    EXPECT_LT(blocks[1].stopMs, blocks[1].soundEndMs);
+    EXPECT_EQ(blocks[1].shiftMs, -300);
+    // No shift: the stop is the sound's end and the wait's tick.
+    EXPECT_EQ(blocks[2].stopMs - blocks[2].soundEndMs,
+              schedule[2].stopMs - schedule[2].startMs - 400);
+    EXPECT_EQ(TimelineLengthMs(blocks), schedule.last().stopMs);
+    EXPECT_EQ(BlockAt(blocks, 0), 0);
+    EXPECT_EQ(BlockAt(blocks, blocks[1].startMs + 10), 1);
+    EXPECT_EQ(BlockAt(blocks, TimelineLengthMs(blocks)), -1);
+}
+
+TEST(TimelineLayout, AnEntryWithoutAnnouncementRaisesWhatThePlayerRaises) {
+    const AnnouncementTable table = tableOf({{"0000", 600}});
+    try {
+        LayoutTimeline(table, sentenceOf({{"0000", 0}, {"0009", 0}}));
+        FAIL() << "no error";
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number(), 9);
+    }
+}
+
+TEST(TimelineLayout, TheRulerStepKeepsMarksApart) {
+    EXPECT_EQ(RulerStepMs(1.0, 60), 100);
+    EXPECT_EQ(RulerStepMs(0.1, 60), 1000);
+    EXPECT_EQ(RulerStepMs(0.01, 60), 10000);
+    EXPECT_EQ(RulerStepMs(0.0001, 60), 60000);
+}
+
+TEST(SentenceTimeline, TheSelectedSentenceIsDrawnAsBlocksWithGapsAndCutEnds) {
+    ServiceShown s(threeShifts());
+    SentenceTimeline* timeline = s.editor->timeline();
+    ASSERT_NE(timeline, nullptr);
+    s.select(1);
+    const QList<TimelineBlock>& blocks = timeline->blocks();
+    ASSERT_EQ(blocks.size(), 3);
+    const QList<ScheduledEntry> schedule =
+        ScheduleSentence(s.host.main->table, s.editor->Saetze()[0]);
+    ASSERT_EQ(schedule.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(blocks[i].startMs, schedule[i].startMs);
+        EXPECT_EQ(blocks[i].stopMs, schedule[i].stopMs);
+        EXPECT_NEAR(timeline->playedRect(i).left(), timeline->xAt(schedule[i].startMs), 0.01);
+    }
+    // +200: a gap and no cut; 0: neither (beyond the wait's tick); -300: a cut end, no gap.
+    EXPECT_FALSE(timeline->gapRect(0).isEmpty());
+    EXPECT_TRUE(timeline->cutRect(0).isEmpty());
+    EXPECT_NEAR(timeline->gapRect(0).width(),
+                timeline->xAt(schedule[0].stopMs) - timeline->xAt(600), 0.01);
+    EXPECT_TRUE(timeline->cutRect(1).isEmpty());
+    EXPECT_TRUE(timeline->gapRect(2).isEmpty());
+    EXPECT_FALSE(timeline->cutRect(2).isEmpty());
+    EXPECT_NEAR(timeline->cutRect(2).left(), timeline->xAt(schedule[2].stopMs), 0.01);
+    // Neighbours lie in different lanes, so a cut end stays visible.
+    EXPECT_NE(timeline->playedRect(1).top(), timeline->playedRect(2).top());
+    EXPECT_EQ(timeline->lengthText(),
+              QString::number(schedule.last().stopMs / 1000.0, 'f', 2) + QStringLiteral(" s"));
+    EXPECT_TRUE(timeline->isVisible());
+    EXPECT_GE(timeline->height(), timeline->minimumSizeHint().height());
+
+    // Another sentence selected: its blocks.
+    s.select(2);
+    ASSERT_EQ(timeline->blocks().size(), 1);
+    EXPECT_EQ(timeline->blocks()[0].key, QStringLiteral("0002"));
+}
+
+TEST(SentenceTimeline, EachSoundsOutlineIsMadeInTheBackgroundAndKept) {
+    ServiceShown s(threeShifts());
+    s.select(1);
+    SentenceTimeline* timeline = s.editor->timeline();
+    const QString path = timeline->blocks()[1].path;
+    ASSERT_FALSE(path.isEmpty());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !timeline->peaksOf(path).isEmpty(); }, 10000));
+    const QList<float> peaks = timeline->peaksOf(path);
+    // 1,000 ms in buckets of 10 ms, and a tone is heard in them.
+    EXPECT_NEAR(peaks.size(), 100, 2);
+    EXPECT_GT(*std::max_element(peaks.cbegin(), peaks.cend()), 0.05f);
+    EXPECT_EQ(WaveformPeaks(path, 10), peaks);
+}
+
+TEST(SentenceTimeline, ASentenceWhoseAnnouncementIsGoneSaysSoInsteadOfBlocks) {
+    ServiceShown s(ServiceBytes()
+                       .header("Zeiten", "", "", "000003")
+                       .count(1)
+                       .sentence("4711", "Weg ", {{"0000", 0}, {"0042", 0}}));
+    s.select(1);
+    EXPECT_TRUE(s.editor->timeline()->blocks().isEmpty());
+    EXPECT_TRUE(s.host.errors.isEmpty()) << s.host.errors.join(u'\n').toStdString();
+}
+
+TEST(SentenceTimeline, FollowsAnEditAndItsUndo) {
+    ServiceShown s(threeShifts());
+    s.select(2);
+    ASSERT_EQ(s.editor->timeline()->blocks().size(), 1);
+    // One more entry in the second sentence, kept: one step of undo.
+    press(s.editor, s.editor->cmdEdit());
+    s.editor->lsvSource()->ListItems(1)->SetSelected(true);
+    press(s.editor, s.editor->cmdHinzu());
+    press(s.editor, s.editor->cmdSave());
+    s.select(2);
+    EXPECT_EQ(s.editor->timeline()->blocks().size(), 2);
+    s.editor->mnuUndo()->trigger();
+    s.select(2);
+    EXPECT_EQ(s.editor->timeline()->blocks().size(), 1);
+}
