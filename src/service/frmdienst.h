@@ -99,6 +99,10 @@ public:
     // The selected sentence as a line of time.
     SentenceTimeline* timeline() const { return timeline_; }
     void refreshTimeline();
+    // While a sentence plays: the timeline shows it, and its cursor follows the output.
+    void followPlay(const SatzRecord& playing);
+    void notePlayStep(const QString& logLine);
+    void endPlayCursor();
     QAction* mnuUndo() const { return mnuUndo_; }
     QAction* mnuRedo() const { return mnuRedo_; }
 
@@ -260,6 +264,10 @@ private:
 
     ReportList* lsvDienst_ = nullptr;
     SentenceTimeline* timeline_ = nullptr;
+    QTimer* cursorTimer_ = nullptr;
+    int playingEntry_ = -1;
+    void moveCursor();
+    void markPlayingRow(int entry);
     QLineEdit* txtText_ = nullptr;
     zelcmd* cmdAdd_ = nullptr;
     zelcmd* cmdRem_ = nullptr;

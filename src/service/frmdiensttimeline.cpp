@@ -2,6 +2,7 @@
 #include "service/frmdienst.h"
 
 #include "app/frmmain.h"
+#include "audio/modmci.h"
 #include "service/sentencetimeline.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
@@ -9,6 +10,7 @@
 #include "util/runtimeerror.h"
 
 #include <QItemSelectionModel>
+#include <QTimer>
 
 namespace tavik {
 
@@ -52,6 +54,71 @@ void frmDienst::refreshTimeline() {
                                          QStringLiteral("Dieser Satz nennt eine Ansage, die das "
                                                         "Paket nicht mehr hat.")));
     }
+}
+
+void frmDienst::followPlay(const SatzRecord& playing) {
+    if (!timeline_)
+        return;
+    try {
+        timeline_->setBlocks(LayoutTimeline(main_.table, playing));
+    } catch (const RuntimeError&) {
+        // The player raises the same error at the entry; nothing to follow.
+        return;
+    }
+    playingEntry_ = -1;
+    if (!cursorTimer_) {
+        cursorTimer_ = new QTimer(this);
+        // About two frames of a screen: smooth enough, and little work beside the sound.
+        cursorTimer_->setInterval(25);
+        connect(cursorTimer_, &QTimer::timeout, this, [this] { moveCursor(); });
+    }
+    cursorTimer_->start();
+}
+
+void frmDienst::notePlayStep(const QString& logLine) {
+    // The player names each entry in the log as it starts it.
+    if (!logLine.startsWith(QStringLiteral("\tPLAY ")))
+        return;
+    ++playingEntry_;
+    moveCursor();
+}
+
+void frmDienst::moveCursor() {
+    if (!timeline_)
+        return;
+    const QList<TimelineBlock>& blocks = timeline_->blocks();
+    if (playingEntry_ < 0 || playingEntry_ >= blocks.size()) {
+        timeline_->setCursor(-1, -1);
+        return;
+    }
+    const TimelineBlock& block = blocks[playingEntry_];
+    // The output's own position of the sound that plays: no clock of the window's.
+    const qint64 position = main_.mci().PlayPosition(block.key);
+    const qint64 at = position < 0
+                          ? block.startMs
+                          : block.startMs + std::min(position, block.stopMs - block.startMs);
+    timeline_->setCursor(at, playingEntry_);
+    markPlayingRow(playingEntry_);
+}
+
+void frmDienst::markPlayingRow(int entry) {
+    // The entries' list on the sentence page shows the one that plays in bold; the selection
+    // stays the user's.
+    for (int r = 1; r <= lsvTarget_->Count(); ++r) {
+        ReportListItem* row = lsvTarget_->ListItems(r);
+        if (row->Bold() != (r == entry + 1))
+            row->SetBold(r == entry + 1);
+    }
+}
+
+void frmDienst::endPlayCursor() {
+    if (cursorTimer_)
+        cursorTimer_->stop();
+    playingEntry_ = -1;
+    if (timeline_)
+        timeline_->setCursor(-1, -1);
+    markPlayingRow(-1);
+    refreshTimeline();
 }
 
 } // namespace tavik

@@ -63,6 +63,14 @@ void SentenceTimeline::setProblem(const QString& text) {
     update();
 }
 
+void SentenceTimeline::setCursor(qint64 ms, int entry) {
+    if (ms == cursorMs_ && entry == playingEntry_)
+        return;
+    cursorMs_ = ms;
+    playingEntry_ = entry;
+    update();
+}
+
 QString SentenceTimeline::lengthText() const {
     return blocks_.isEmpty() ? QString() : seconds(TimelineLengthMs(blocks_));
 }
@@ -217,10 +225,18 @@ void SentenceTimeline::paintEvent(QPaintEvent*) {
             p.setPen(QPen(pal.color(QPalette::Mid), 1, Qt::DashLine));
             p.drawRect(gap);
         }
-        p.setPen(pal.color(QPalette::Text));
+        p.setPen(
+            QPen(i == playingEntry_ ? pal.color(QPalette::Highlight) : pal.color(QPalette::Text),
+                 i == playingEntry_ ? 3 : 1));
         p.drawRect(played);
+        p.setPen(pal.color(QPalette::Text));
         p.drawText(played.adjusted(3, 1, -2, -1), Qt::AlignLeft | Qt::AlignTop,
                    metrics.elidedText(b.title, Qt::ElideRight, int(played.width()) - 5));
+    }
+    if (cursorMs_ >= 0) {
+        p.setPen(QPen(QColor(220, 0, 0), 2));
+        const double x = xAt(cursorMs_);
+        p.drawLine(QPointF(x, kMargin), QPointF(x, height() - kMargin));
     }
 }
 

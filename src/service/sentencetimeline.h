@@ -21,6 +21,10 @@ public:
     // Nothing to draw, and why (a sentence whose announcement is gone).
     void setProblem(const QString& text);
     const QList<TimelineBlock>& blocks() const { return blocks_; }
+    // While the sentence plays: where the output stands and the entry that plays; -1 for none.
+    void setCursor(qint64 ms, int entry);
+    qint64 cursorMs() const { return cursorMs_; }
+    int playingEntry() const { return playingEntry_; }
     // The label of the length, "3.42 s".
     QString lengthText() const;
 
@@ -47,6 +51,8 @@ private:
 
     QList<TimelineBlock> blocks_;
     QString problem_;
+    qint64 cursorMs_ = -1;
+    int playingEntry_ = -1;
 };
 
 } // namespace tavik

@@ -12,6 +12,8 @@
 
 #include <QAction>
 #include <QListWidget>
+#include <QSet>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -203,4 +205,77 @@ TEST(SentenceTimeline, FollowsAnEditAndItsUndo) {
     s.editor->mnuUndo()->trigger();
     s.select(2);
     EXPECT_EQ(s.editor->timeline()->blocks().size(), 1);
+}
+
+TEST(SentenceTimeline, WhileTheSentencePlaysTheCursorFollowsTheOutputsPositionEntryByEntry) {
+    ServiceShown s(threeShifts());
+    s.select(1);
+    SentenceTimeline* timeline = s.editor->timeline();
+    const QList<TimelineBlock> blocks = timeline->blocks();
+    ASSERT_EQ(blocks.size(), 3);
+    struct Sample {
+        qint64 cursor;
+        int entry;
+        qint64 expected;
+    };
+    std::vector<Sample> samples;
+    QTimer sampler;
+    sampler.setInterval(15);
+    QObject::connect(&sampler, &QTimer::timeout, [&] {
+        const int entry = timeline->playingEntry();
+        if (entry < 0)
+            return;
+        // Read right after the cursor: the position the output reports for that entry now.
+        const qint64 cursor = timeline->cursorMs();
+        const qint64 position = s.host.mci.PlayPosition(blocks[entry].key);
+        samples.push_back({cursor, entry,
+                           blocks[entry].startMs +
+                               std::min(position, blocks[entry].stopMs - blocks[entry].startMs)});
+    });
+    sampler.start();
+    press(s.editor, s.editor->cmdPlay());
+    sampler.stop();
+    ASSERT_GE(samples.size(), 20u);
+    qint64 last = -1;
+    QSet<int> entries;
+    for (const Sample& sample : samples) {
+        // The cursor is moved every 25 ms from the output's position: never further behind.
+        EXPECT_LE(std::abs(sample.cursor - sample.expected), 50)
+            << sample.entry << ' ' << sample.cursor << ' ' << sample.expected;
+        EXPECT_GE(sample.cursor, last);
+        EXPECT_GE(sample.cursor, blocks[sample.entry].startMs);
+        EXPECT_LE(sample.cursor, blocks[sample.entry].stopMs);
+        last = sample.cursor;
+        entries.insert(sample.entry);
+    }
+    EXPECT_EQ(entries, (QSet<int>{0, 1, 2}));
+    // Played to its end: no cursor, the blocks of the selected sentence.
+    EXPECT_EQ(timeline->cursorMs(), -1);
+    EXPECT_EQ(timeline->playingEntry(), -1);
+    EXPECT_EQ(timeline->blocks().size(), 3);
+}
+
+TEST(SentenceTimeline, OnTheSentencePageTheEntryThatPlaysIsBoldAndTheSelectionStays) {
+    ServiceShown s(threeShifts());
+    s.select(1);
+    press(s.editor, s.editor->cmdEdit());
+    ReportList* targets = s.editor->lsvTarget();
+    ASSERT_EQ(targets->Count(), 3);
+    targets->ListItems(1)->SetSelected(true);
+    QSet<int> boldRows;
+    QTimer sampler;
+    sampler.setInterval(15);
+    QObject::connect(&sampler, &QTimer::timeout, [&] {
+        for (int r = 1; r <= targets->Count(); ++r) {
+            if (targets->ListItems(r)->Bold())
+                boldRows.insert(r);
+        }
+    });
+    sampler.start();
+    press(s.editor, s.editor->cmdAbsp());
+    sampler.stop();
+    EXPECT_EQ(boldRows, (QSet<int>{1, 2, 3}));
+    for (int r = 1; r <= targets->Count(); ++r)
+        EXPECT_FALSE(targets->ListItems(r)->Bold()) << r;
+    EXPECT_TRUE(targets->ListItems(1)->Selected());
 }
