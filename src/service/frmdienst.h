@@ -268,6 +268,7 @@ private:
     int playingEntry_ = -1;
     void moveCursor();
     void markPlayingRow(int entry);
+    void setDraggedShift(int entry, std::int16_t shift);
     QLineEdit* txtText_ = nullptr;
     zelcmd* cmdAdd_ = nullptr;
     zelcmd* cmdRem_ = nullptr;

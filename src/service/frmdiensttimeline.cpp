@@ -23,6 +23,8 @@ SentenceTimeline* frmDienst::buildTimeline(QWidget* parent) {
             [this] { refreshTimeline(); });
     connect(lsvDienst_->model(), &QAbstractItemModel::rowsRemoved, this,
             [this] { refreshTimeline(); });
+    connect(timeline_, &SentenceTimeline::shiftDragged, this,
+            [this](int entry, std::int16_t shift) { setDraggedShift(entry, shift); });
     return timeline_;
 }
 
@@ -56,6 +58,23 @@ void frmDienst::refreshTimeline() {
     }
 }
 
+void frmDienst::setDraggedShift(int entry, std::int16_t shift) {
+    const ReportListItem* row = lsvDienst_->SelectedItem();
+    if (!row || IsPlaying)
+        return;
+    try {
+        SatzRecord& satz = Saetze()[sentences.SentenceIndex(row->Text())];
+        if (entry < 0 || entry >= satz.Targets.size())
+            return;
+        satz.Targets[entry].TimeOffset = shift;
+    } catch (const RuntimeError&) {
+        return;
+    }
+    // Each drag is one step of undo.
+    noteChange();
+    refreshTimeline();
+}
+
 void frmDienst::followPlay(const SatzRecord& playing) {
     if (!timeline_)
         return;
@@ -66,6 +85,7 @@ void frmDienst::followPlay(const SatzRecord& playing) {
         return;
     }
     playingEntry_ = -1;
+    timeline_->setEditable(false);
     if (!cursorTimer_) {
         cursorTimer_ = new QTimer(this);
         // About two frames of a screen: smooth enough, and little work beside the sound.
@@ -88,7 +108,7 @@ void frmDienst::moveCursor() {
         return;
     const QList<TimelineBlock>& blocks = timeline_->blocks();
     if (playingEntry_ < 0 || playingEntry_ >= blocks.size()) {
-        timeline_->setCursor(-1, -1);
+        timeline_->setPlayCursor(-1, -1);
         return;
     }
     const TimelineBlock& block = blocks[playingEntry_];
@@ -97,7 +117,7 @@ void frmDienst::moveCursor() {
     const qint64 at = position < 0
                           ? block.startMs
                           : block.startMs + std::min(position, block.stopMs - block.startMs);
-    timeline_->setCursor(at, playingEntry_);
+    timeline_->setPlayCursor(at, playingEntry_);
     markPlayingRow(playingEntry_);
 }
 
@@ -115,8 +135,10 @@ void frmDienst::endPlayCursor() {
     if (cursorTimer_)
         cursorTimer_->stop();
     playingEntry_ = -1;
-    if (timeline_)
-        timeline_->setCursor(-1, -1);
+    if (timeline_) {
+        timeline_->setPlayCursor(-1, -1);
+        timeline_->setEditable(true);
+    }
     markPlayingRow(-1);
     refreshTimeline();
 }

@@ -5,10 +5,12 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QHash>
+#include <QMouseEvent>
 #include <QMutex>
 #include <QPainter>
 #include <QPointer>
 #include <QThreadPool>
+#include <QToolTip>
 
 namespace tavik {
 
@@ -47,10 +49,12 @@ QString seconds(qint64 ms) {
 
 SentenceTimeline::SentenceTimeline(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("picTimeline"));
+    setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
 void SentenceTimeline::setBlocks(const QList<TimelineBlock>& blocks) {
+    dragged_ = -1;
     blocks_ = blocks;
     problem_.clear();
     requestPeaks();
@@ -63,7 +67,7 @@ void SentenceTimeline::setProblem(const QString& text) {
     update();
 }
 
-void SentenceTimeline::setCursor(qint64 ms, int entry) {
+void SentenceTimeline::setPlayCursor(qint64 ms, int entry) {
     if (ms == cursorMs_ && entry == playingEntry_)
         return;
     cursorMs_ = ms;
@@ -84,6 +88,9 @@ QSize SentenceTimeline::minimumSizeHint() const {
 }
 
 double SentenceTimeline::pxPerMs() const {
+    // The scale stays as it was while an edge is dragged, so the edge stays under the mouse.
+    if (dragged_ >= 0)
+        return pxPerMsAtDrag_;
     qint64 end = TimelineLengthMs(blocks_);
     for (const TimelineBlock& b : blocks_)
         end = std::max(end, b.soundEndMs);
@@ -238,6 +245,92 @@ void SentenceTimeline::paintEvent(QPaintEvent*) {
         const double x = xAt(cursorMs_);
         p.drawLine(QPointF(x, kMargin), QPointF(x, height() - kMargin));
     }
+}
+
+std::int16_t SentenceTimeline::shiftForStopAt(int i, qint64 ms) const {
+    const TimelineBlock& b = blocks_.at(i);
+    const qint64 length = b.soundEndMs - b.startMs;
+    // The player waits length + shift and stops at the tick after it (TicksWaited).
+    const qint64 shift = ms - b.startMs - length - 1;
+    return static_cast<std::int16_t>(std::clamp<qint64>(shift, -32768, 32767));
+}
+
+int SentenceTimeline::edgeAt(double x) const {
+    for (int i = blocks_.size() - 1; i >= 0; --i) {
+        if (std::abs(x - xAt(blocks_[i].stopMs)) <= 4.0)
+            return i;
+    }
+    return -1;
+}
+
+void SentenceTimeline::mousePressEvent(QMouseEvent* event) {
+    const int edge =
+        editable_ && event->button() == Qt::LeftButton ? edgeAt(event->position().x()) : -1;
+    if (edge < 0) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    pxPerMsAtDrag_ = pxPerMs();
+    beforeDrag_ = blocks_;
+    dragged_ = edge;
+    pressX_ = event->position().x();
+}
+
+void SentenceTimeline::mouseMoveEvent(QMouseEvent* event) {
+    if (dragged_ >= 0 && std::abs(event->position().x() - pressX_) < 2.0)
+        return;
+    if (dragged_ < 0) {
+        QWidget::setCursor(editable_ && edgeAt(event->position().x()) >= 0 ? Qt::SizeHorCursor
+                                                                           : Qt::ArrowCursor);
+        return;
+    }
+    dragTo(event->position().x());
+}
+
+void SentenceTimeline::dragTo(double x) {
+    const TimelineBlock& was = beforeDrag_.at(dragged_);
+    const qint64 ms = qRound64((x - kMargin) / pxPerMsAtDrag_);
+    blocks_ = beforeDrag_;
+    const std::int16_t shift = shiftForStopAt(dragged_, ms);
+    // The stop as the player computes it; every later entry moves with it.
+    const qint64 wait = qint64(was.soundEndMs - was.startMs) + shift;
+    const qint64 stop = was.startMs + std::max<qint64>(wait + 1, 0);
+    const qint64 delta = stop - was.stopMs;
+    blocks_[dragged_].shiftMs = shift;
+    blocks_[dragged_].stopMs = stop;
+    for (int i = dragged_ + 1; i < blocks_.size(); ++i) {
+        blocks_[i].startMs += delta;
+        blocks_[i].soundEndMs += delta;
+        blocks_[i].stopMs += delta;
+    }
+    const QString text = (shift > 0 ? QStringLiteral("+") : QString()) + QString::number(shift) +
+                         QStringLiteral(" ms");
+    setToolTip(text);
+    QToolTip::showText(mapToGlobal(QPoint(int(xAt(stop)), 0)), text, this);
+    update();
+}
+
+void SentenceTimeline::mouseReleaseEvent(QMouseEvent* event) {
+    if (dragged_ < 0) {
+        QWidget::mouseReleaseEvent(event);
+        return;
+    }
+    // A click on an edge, or a hand that shook a pixel, is no drag.
+    if (std::abs(event->position().x() - pressX_) < 2.0)
+        blocks_ = beforeDrag_;
+    else
+        dragTo(event->position().x());
+    const int entry = dragged_;
+    const std::int16_t shift = blocks_[entry].shiftMs;
+    const bool changed = shift != beforeDrag_[entry].shiftMs;
+    dragged_ = -1;
+    setToolTip(QString());
+    QToolTip::hideText();
+    if (changed)
+        Q_EMIT shiftDragged(entry, shift);
+    else
+        blocks_ = beforeDrag_;
+    update();
 }
 
 } // namespace tavik

@@ -22,7 +22,7 @@ public:
     void setProblem(const QString& text);
     const QList<TimelineBlock>& blocks() const { return blocks_; }
     // While the sentence plays: where the output stands and the entry that plays; -1 for none.
-    void setCursor(qint64 ms, int entry);
+    void setPlayCursor(qint64 ms, int entry);
     qint64 cursorMs() const { return cursorMs_; }
     int playingEntry() const { return playingEntry_; }
     // The label of the length, "3.42 s".
@@ -38,11 +38,25 @@ public:
     // The outline of a sound, once it has been computed (empty before).
     QList<float> peaksOf(const QString& path) const;
 
+    // The time shift that puts entry `i`'s stop at `ms`, within what a shift can hold.
+    std::int16_t shiftForStopAt(int i, qint64 ms) const;
+    // While the right edge of a block is dragged: its entry, else -1.
+    int draggedEntry() const { return dragged_; }
+    // Whether the timeline takes drags (not while a sentence plays).
+    void setEditable(bool editable) { editable_ = editable; }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+Q_SIGNALS:
+    // A drag of entry `entry`'s right edge ended at a new time shift.
+    void shiftDragged(int entry, std::int16_t shiftMs);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     void requestPeaks();
@@ -51,7 +65,16 @@ private:
 
     QList<TimelineBlock> blocks_;
     QString problem_;
+    int edgeAt(double x) const;
+    void dragTo(double x);
+
     qint64 cursorMs_ = -1;
+    bool editable_ = true;
+    int dragged_ = -1;
+    // The blocks as they were when the drag began: the drag moves from them.
+    QList<TimelineBlock> beforeDrag_;
+    double pxPerMsAtDrag_ = 0.0;
+    double pressX_ = 0.0;
     int playingEntry_ = -1;
 };
 

@@ -14,6 +14,8 @@
 #include <QListWidget>
 #include <QSet>
 #include <QTimer>
+#include <QUndoStack>
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -278,4 +280,64 @@ TEST(SentenceTimeline, OnTheSentencePageTheEntryThatPlaysIsBoldAndTheSelectionSt
     for (int r = 1; r <= targets->Count(); ++r)
         EXPECT_FALSE(targets->ListItems(r)->Bold()) << r;
     EXPECT_TRUE(targets->ListItems(1)->Selected());
+}
+
+TEST(SentenceTimeline, DraggingARightEdgeSetsThatEntrysShiftInWholeMillisecondsAsOneUndoStep) {
+    ServiceShown s(threeShifts());
+    s.select(1);
+    SentenceTimeline* timeline = s.editor->timeline();
+    ASSERT_EQ(timeline->blocks().size(), 3);
+    const int stepsBefore = s.editor->undoStack()->count();
+    const TimelineBlock first = timeline->blocks()[0];
+    const int y = int(timeline->playedRect(0).center().y());
+    const QPoint from(int(std::lround(timeline->xAt(first.stopMs))), y);
+    const QPoint to(from.x() + 60, y);
+    const double pxPerMs = (timeline->xAt(1000) - timeline->xAt(0)) / 1000.0;
+    QTest::mousePress(timeline, Qt::LeftButton, {}, from);
+    EXPECT_EQ(timeline->draggedEntry(), 0);
+    QTest::mouseMove(timeline, QPoint(from.x() + 30, y));
+    // Shown while dragging: the shift, in whole milliseconds.
+    EXPECT_TRUE(timeline->toolTip().endsWith(QStringLiteral(" ms")))
+        << timeline->toolTip().toStdString();
+    QTest::mouseRelease(timeline, Qt::LeftButton, {}, to);
+    EXPECT_EQ(timeline->draggedEntry(), -1);
+
+    const std::int16_t dragged = s.editor->Saetze()[0].Targets[0].TimeOffset;
+    // Where the edge was let go, as the shift that puts the player's stop there.
+    EXPECT_NEAR(dragged, 200 + 60 / pxPerMs, 1.0 / pxPerMs + 1);
+    EXPECT_GT(dragged, 200);
+    EXPECT_EQ(s.editor->Saetze()[0].Targets[1].TimeOffset, 0); // the others stay
+    EXPECT_EQ(s.editor->Saetze()[0].Targets[2].TimeOffset, -300);
+    EXPECT_EQ(s.editor->undoStack()->count(), stepsBefore + 1);
+    // The timeline shows the new schedule.
+    s.select(1);
+    const QList<ScheduledEntry> schedule =
+        ScheduleSentence(s.host.main->table, s.editor->Saetze()[0]);
+    EXPECT_EQ(timeline->blocks()[0].stopMs, schedule[0].stopMs);
+    EXPECT_EQ(timeline->blocks()[1].startMs, schedule[1].startMs);
+
+    s.editor->mnuUndo()->trigger();
+    EXPECT_EQ(s.editor->Saetze()[0].Targets[0].TimeOffset, 200);
+    s.editor->mnuRedo()->trigger();
+    EXPECT_EQ(s.editor->Saetze()[0].Targets[0].TimeOffset, dragged);
+}
+
+TEST(SentenceTimeline, ADragStaysWithinWhatAShiftCanHoldAndAClickWithoutMoveChangesNothing) {
+    ServiceShown s(threeShifts());
+    s.select(1);
+    SentenceTimeline* timeline = s.editor->timeline();
+    const int stepsBefore = s.editor->undoStack()->count();
+    const int y = int(timeline->playedRect(1).center().y());
+    const QPoint edge(int(std::lround(timeline->xAt(timeline->blocks()[1].stopMs))), y);
+    QTest::mouseClick(timeline, Qt::LeftButton, {}, edge);
+    EXPECT_EQ(s.editor->undoStack()->count(), stepsBefore);
+    EXPECT_EQ(timeline->shiftForStopAt(1, 10'000'000), 32767);
+    EXPECT_EQ(timeline->shiftForStopAt(1, -10'000'000), -32768);
+    // Dragged to before its own start: the player stops it at once.
+    QTest::mousePress(timeline, Qt::LeftButton, {}, edge);
+    QTest::mouseRelease(timeline, Qt::LeftButton, {}, QPoint(0, y));
+    const std::int16_t shift = s.editor->Saetze()[0].Targets[1].TimeOffset;
+    EXPECT_LT(shift, -1000);
+    s.select(1);
+    EXPECT_EQ(timeline->blocks()[1].stopMs, timeline->blocks()[1].startMs);
 }
