@@ -12,6 +12,8 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/sentenceschedule.cpp
     audio/timelinelayout.cpp
     audio/waveform.cpp
+    audio/loudness.cpp
+    audio/loudnesscache.cpp
     audio/sequenceplayer.cpp
     audio/soundcheck.cpp
     audio/soundfile.cpp
