@@ -192,12 +192,16 @@ void SentenceTimeline::paintEvent(QPaintEvent*) {
     const qint64 step = RulerStepMs(pxPerMs(), 60);
     p.setPen(pal.color(QPalette::Text));
     const QFontMetrics metrics(font());
+    const QString total = lengthText();
+    // The length stands at the right; a mark's seconds that would run into it are left out.
+    const double totalLeft = width() - kMargin - metrics.horizontalAdvance(total) - 6;
     for (qint64 t = 0; xAt(t) <= width() - kMargin; t += step) {
         const double x = xAt(t);
         p.drawLine(QPointF(x, kMargin + kRulerHeight - 5), QPointF(x, kMargin + kRulerHeight));
-        p.drawText(QPointF(x + 2, kMargin + metrics.ascent()), seconds(t));
+        const QString mark = seconds(t);
+        if (x + 2 + metrics.horizontalAdvance(mark) < totalLeft)
+            p.drawText(QPointF(x + 2, kMargin + metrics.ascent()), mark);
     }
-    const QString total = lengthText();
     p.drawText(QRectF(0, kMargin, width() - kMargin, kRulerHeight), Qt::AlignRight | Qt::AlignTop,
                total);
     p.drawLine(QPointF(xAt(length), kMargin), QPointF(xAt(length), height() - kMargin));
