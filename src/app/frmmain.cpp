@@ -191,7 +191,10 @@ void frmMain::buildControls() {
     commands->addWidget(cmdExit_);
 
     auto* layout = new QGridLayout(central);
-    layout->addWidget(lsvPack_, 0, 0);
+    auto* listColumn = new QVBoxLayout;
+    listColumn->addWidget(buildFilter(central));
+    listColumn->addWidget(lsvPack_, 1);
+    layout->addLayout(listColumn, 0, 0);
     layout->addLayout(commands, 0, 1);
     layout->addWidget(picExpand_, 0, 2);
     layout->setColumnStretch(0, 1);
@@ -356,6 +359,7 @@ void frmMain::EnableServicButtons(bool enabled) {
     for (zelcmd* button : {cmdAdd_, cmdRemove_, cmdUp_, cmdDown_, cmdSort_, cmdPlay_, cmdDienst_,
                            cmdFUp_, cmdFDown_, cmdEdit_})
         button->setEnabled(enabled);
+    applyMoveLock();
 }
 
 void frmMain::FadeInEffect(QWidget* source, QWidget* target, int steps) {

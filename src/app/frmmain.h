@@ -27,6 +27,7 @@ inline constexpr int kListWidth = 620;
 
 class EventLog;
 class Language;
+class ListFilterBar;
 class ReportList;
 class frmCheck;
 class frmStatus;
@@ -123,6 +124,7 @@ public:
 
     // --- controls ---
     ReportList* lsvPack() const { return lsvPack_; }
+    ListFilterBar* filterBar() const { return filterBar_; }
     zelcmd* cmdNew() const { return cmdNew_; }
     zelcmd* cmdOpen() const { return cmdOpen_; }
     zelcmd* cmdSave() const { return cmdSave_; }
@@ -235,6 +237,11 @@ private:
     // dropped.
     void closeEditedPackage();
     void moveSelectedRow(int to);
+    // The search box above the list, Ctrl+F, and the moves it locks while it hides rows.
+    QWidget* buildFilter(QWidget* parent);
+    void applyFilterTexts();
+    void applyMoveLock();
+    bool filterHidesRows() const;
     void showReadyState();
     void closeStatusWindow();
     void onServiceEditorClosed();
@@ -258,6 +265,7 @@ private:
     std::unique_ptr<QLockFile> instanceLock_;
 
     ReportList* lsvPack_ = nullptr;
+    ListFilterBar* filterBar_ = nullptr;
     zelcmd* cmdNew_ = nullptr;
     zelcmd* cmdOpen_ = nullptr;
     zelcmd* cmdSave_ = nullptr;

@@ -95,6 +95,7 @@ void frmMain::ApplyEditTexts() {
         label(text(LangText::MenuUndo, QStringLiteral("&Rückgängig")), undoStack_->undoText()));
     mnuRedo_->setText(label(text(LangText::MenuRedo, QStringLiteral("&Wiederherstellen")),
                             undoStack_->redoText()));
+    applyFilterTexts();
     if (!windowTitle().contains(QStringLiteral("[*]")))
         setWindowTitle(windowTitle() + QStringLiteral("[*]"));
 }
@@ -187,7 +188,8 @@ void frmMain::cmdRemove_Click() {
 
 void frmMain::moveSelectedRow(int to) {
     const ReportListItem* row = lsvPack_->SelectedItem();
-    if (!row)
+    // A move among hidden rows would land where the user cannot see it.
+    if (!row || filterHidesRows())
         return;
     const int from = row->Index();
     to = std::clamp(to, 1, lsvPack_->Count());

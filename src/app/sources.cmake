@@ -6,12 +6,14 @@ list(APPEND TAVIK_UI_SOURCES
     app/frmmain_dialogs.cpp
     app/frmmain_edit.cpp
     app/frmmain_keys.cpp
+    app/frmmain_filter.cpp
     app/frmmain_package.cpp
     app/frmmain_panel.cpp
     app/frmmain_sort.cpp
     app/frmmain_watch.cpp
     app/frmstatus.cpp
     app/listcommands.cpp
+    app/listfilterbar.cpp
     app/tavikapplication.cpp
 )
 list(APPEND TAVIK_CORE_SOURCES

@@ -19,6 +19,7 @@ public:
     QString errorString(int code) override;
     void setDeviceLog(LogSink log) override { emulator_.setDeviceLog(std::move(log)); }
     void drain() override { emulator_.drain(); }
+    qint64 playPosition(const QString& alias) override { return emulator_.position(alias); }
 
     MciEmulator& emulator() { return emulator_; }
 

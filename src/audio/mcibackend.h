@@ -35,6 +35,13 @@ public:
     virtual void setDeviceLog(LogSink log) { Q_UNUSED(log); }
     // Returns once what is playing has been heard to its stop or end (at the program's end).
     virtual void drain() {}
+    // Where the sound of `alias` stands now, in milliseconds from its start, as its device
+    // plays it; -1 when the back-end cannot tell. Asked without a command string, so watching
+    // a play changes nothing of what MCI is sent.
+    virtual qint64 playPosition(const QString& alias) {
+        Q_UNUSED(alias);
+        return -1;
+    }
 };
 
 } // namespace tavik

@@ -53,6 +53,11 @@ bool MciEmulator::isPlaying(const QString& alias) const {
     return it != devices_.cend() && it->playing && positionOf(*it) < it->info.lengthMs();
 }
 
+qint64 MciEmulator::position(const QString& alias) const {
+    const auto it = devices_.constFind(alias.toLower());
+    return it == devices_.cend() ? -1 : positionOf(*it);
+}
+
 qint64 MciEmulator::positionOf(const Device& device) const {
     if (!device.playing)
         return device.position;

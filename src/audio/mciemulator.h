@@ -42,6 +42,8 @@ public:
 
     bool isOpen(const QString& alias) const;
     bool isPlaying(const QString& alias) const;
+    // The device's position in milliseconds; -1 when `alias` is not open.
+    qint64 position(const QString& alias) const;
 
     // The device type MCI picks for a file by its extension; "" when it has none.
     static QString deviceTypeForExtension(const QString& extension);

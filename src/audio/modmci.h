@@ -35,6 +35,9 @@ public:
     void MciSeekToStart(const QString& alias);
     // The length in milliseconds; 0 on any problem.
     std::int32_t MciGetLength(const QString& alias);
+    // Where the sound of `alias` stands while it plays (ms), or -1: the back-end's own
+    // position, asked without sending a command.
+    qint64 PlayPosition(const QString& alias) { return backend_.playPosition(alias); }
 
 private:
     MciBackend::Result send(const QString& command, int replyLength, qintptr callbackWindow);

@@ -28,6 +28,7 @@ public:
     QString errorString(int code) override { return inner_.errorString(code); }
     void setDeviceLog(LogSink log) override { inner_.setDeviceLog(std::move(log)); }
     void drain() override { inner_.drain(); }
+    qint64 playPosition(const QString& alias) override { return inner_.playPosition(alias); }
 
     const QList<Entry>& entries() const { return entries_; }
     QStringList commands() const;

@@ -10,6 +10,10 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/recordingbackend.cpp
     audio/sentencerender.cpp
     audio/sentenceschedule.cpp
+    audio/timelinelayout.cpp
+    audio/waveform.cpp
+    audio/loudness.cpp
+    audio/loudnesscache.cpp
     audio/sequenceplayer.cpp
     audio/soundcheck.cpp
     audio/soundfile.cpp

@@ -75,6 +75,9 @@ frmDienst::frmDienst(frmMain& main) : QMainWindow(&main, Qt::Window), main_(main
     resize(640, 420);
     connectHandlers();
     FormLoad();
+    // The designed size, or more where the page shown needs it (the sentence's line of time):
+    // placed as it will show, not grown after.
+    resize(size().expandedTo(minimumSizeHint()));
     PlaceOnOwner(this, &main_);
 }
 

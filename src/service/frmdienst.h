@@ -22,6 +22,7 @@ namespace tavik {
 
 enum class MsgResult;
 class PackageFileWatch;
+class SentenceTimeline;
 class ReportList;
 class frmMain;
 class zelcmd;
@@ -95,6 +96,13 @@ public:
     void RestoreState(const ServiceEditState& state);
     // Follows the opened service file on disk, for changes by other programs.
     PackageFileWatch* serviceWatch() const { return serviceWatch_; }
+    // The selected sentence as a line of time.
+    SentenceTimeline* timeline() const { return timeline_; }
+    void refreshTimeline();
+    // While a sentence plays: the timeline shows it, and its cursor follows the output.
+    void followPlay(const SatzRecord& playing);
+    void notePlayStep(const QString& logLine);
+    void endPlayCursor();
     QAction* mnuUndo() const { return mnuUndo_; }
     QAction* mnuRedo() const { return mnuRedo_; }
 
@@ -212,6 +220,7 @@ private:
     // A service opened or begun: no history, and nothing unsaved.
     void startHistory();
     void setServiceColumnWidth();
+    SentenceTimeline* buildTimeline(QWidget* parent);
     // The service file the window shows from now on ("" for a new service), followed on disk.
     void setOpenedPath(const QString& path);
     // Before a save to `path`: false when another program changed the opened file and the
@@ -254,6 +263,12 @@ private:
     zelcmd* cmdEsc_ = nullptr;
 
     ReportList* lsvDienst_ = nullptr;
+    SentenceTimeline* timeline_ = nullptr;
+    QTimer* cursorTimer_ = nullptr;
+    int playingEntry_ = -1;
+    void moveCursor();
+    void markPlayingRow(int entry);
+    void setDraggedShift(int entry, std::int16_t shift);
     QLineEdit* txtText_ = nullptr;
     zelcmd* cmdAdd_ = nullptr;
     zelcmd* cmdRem_ = nullptr;

@@ -1,6 +1,7 @@
 // The service editor's controls: four pages of which one shows at a time, the tab strip over
 // them and the menu bar.
 #include "service/frmdienst.h"
+#include "service/sentencetimeline.h"
 
 #include "service/serviceeditorrules.h"
 #include "util/numberinput.h"
@@ -147,10 +148,11 @@ void frmDienst::buildServicePage() {
     for (zelcmd* b : {cmdAdd_, cmdRem_, cmdEdit_, cmdUp_, cmdDown_, cmdPlay_, cmdTausch_})
         grid->addWidget(b, row++, 1);
     grid->setRowStretch(7, 1);
+    grid->addWidget(buildTimeline(p), 8, 0, 1, 2);
     auto* text = new QHBoxLayout;
     text->addWidget(label("lblText", QStringLiteral("Angezeigter Name:"), p, txtText_));
     text->addWidget(txtText_, 1);
-    grid->addLayout(text, 8, 0, 1, 2);
+    grid->addLayout(text, 9, 0, 1, 2);
 }
 
 void frmDienst::buildSentencePage() {

@@ -156,17 +156,26 @@ void frmDienst::playSentence(const SatzRecord& satz) {
     frmMain& main = main_;
     std::int16_t busy = 0;
     IsPlaying = true;
+    followPlay(playing);
     try {
         PlayAnnouncementSequence(main.mci(), main.table, playing, busy,
-                                 [&main](const QString& line) { main.eventLog().WriteLog(line); });
+                                 [&main, self](const QString& line) {
+                                     main.eventLog().WriteLog(line);
+                                     if (self)
+                                         self->notePlayStep(line);
+                                 });
     } catch (const RuntimeError&) {
         // The editor stays usable after a sentence it cannot play.
-        if (self)
+        if (self) {
             IsPlaying = false;
+            endPlayCursor();
+        }
         throw;
     }
-    if (self)
+    if (self) {
         IsPlaying = false;
+        endPlayCursor();
+    }
 }
 
 } // namespace tavik

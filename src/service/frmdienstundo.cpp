@@ -143,6 +143,7 @@ void frmDienst::RestoreState(const ServiceEditState& state) {
     setServiceColumnWidth();
     lastState_ = state;
     restoring_ = false;
+    refreshTimeline();
 }
 
 void frmDienst::noteChange(int mergeId) {
@@ -156,6 +157,7 @@ void frmDienst::noteChange(int mergeId) {
                                  LangTextOr(main_.language(), LangText::UndoServiceChange,
                                             QStringLiteral("Dienst ändern"))));
     lastState_ = std::move(now);
+    refreshTimeline();
 }
 
 void frmDienst::startHistory() {

@@ -18,4 +18,6 @@ list(APPEND TAVIK_UI_SOURCES
     service/frmdienstsentence.cpp
     service/frmdienstundo.cpp
     service/frmdienstwatch.cpp
+    service/sentencetimeline.cpp
+    service/frmdiensttimeline.cpp
 )

@@ -131,6 +131,17 @@ inline constexpr std::int32_t PackerMissing = 429;
 inline constexpr std::int32_t ServiceChangedOnDisk = 650;
 inline constexpr std::int32_t ServiceReloaded = 651;
 inline constexpr std::int32_t ServiceRemovedOnDisk = 652;
+// The search box above the package list: its hint, "%1 of %2" rows shown, its name, and why
+// the moves rest while it hides rows.
+inline constexpr std::int32_t FilterHint = 660;
+inline constexpr std::int32_t FilterCount = 661;
+inline constexpr std::int32_t FilterName = 662;
+inline constexpr std::int32_t FilterLocksMoves = 663;
+// The service editor's line of time: its name, the hint without a selected sentence, and a
+// sentence that names an announcement the package no longer has.
+inline constexpr std::int32_t TimelineName = 664;
+inline constexpr std::int32_t TimelineNoSentence = 665;
+inline constexpr std::int32_t TimelineBroken = 666;
 } // namespace LangText
 
 struct LangTextUse {

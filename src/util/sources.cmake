@@ -14,6 +14,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/numberinput.cpp
     util/runtimeerror.cpp
     util/sortvalue.cpp
+    util/searchfold.cpp
     util/tickcount.cpp
     util/variant.cpp
     util/vbstrings.cpp

@@ -18,4 +18,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_export_test.cpp
     service/frmdienst_undo_test.cpp
     service/frmdienst_watch_test.cpp
+    service/sentencetimeline_test.cpp
 )

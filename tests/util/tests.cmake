@@ -10,6 +10,7 @@ list(APPEND TAVIK_CORE_TESTS
     util/numberinput_test.cpp
     util/fulldisk_test.cpp
     util/vbstrings_test.cpp
+    util/searchfold_test.cpp
 )
 # The report list, its row routines and the push button.
 list(APPEND TAVIK_WIDGET_TESTS
