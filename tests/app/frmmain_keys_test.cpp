@@ -1,6 +1,7 @@
 // The main window's keys: each does what its button does, the list's keys only while the list
 // has the focus, the menus show them, and Tab walks the window in the order of its layout.
 #include "app/frmmain.h"
+#include "app/listfilterbar.h"
 #include "dialogs/frmnew.h"
 #include "dialogs/frmopen.h"
 #include "dialogs/frmsetting.h"
@@ -284,10 +285,11 @@ TEST(MainWindowKeys, TabWalksTheWindowInTheOrderOfItsLayout) {
     KeyEditor editor;
     frmMain& main = *editor.main;
     const QList<QWidget*> expected = {
-        main.lsvPack(),   main.cmdNew(),  main.cmdOpen(),  main.cmdSave(),   main.cmdAdd(),
-        main.cmdRemove(), main.cmdEdit(), main.cmdPlay(),  main.cmdSort(),   main.cmdFUp(),
-        main.cmdUp(),     main.cmdDown(), main.cmdFDown(), main.cmdExpand(), main.cmdExit()};
-    main.lsvPack()->setFocus();
+        main.filterBar()->box(), main.lsvPack(),  main.cmdNew(),    main.cmdOpen(),
+        main.cmdSave(),          main.cmdAdd(),   main.cmdRemove(), main.cmdEdit(),
+        main.cmdPlay(),          main.cmdSort(),  main.cmdFUp(),    main.cmdUp(),
+        main.cmdDown(),          main.cmdFDown(), main.cmdExpand(), main.cmdExit()};
+    main.filterBar()->box()->setFocus();
     QList<QWidget*> walked{QApplication::focusWidget()};
     for (int i = 1; i < expected.size(); ++i) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -295,7 +297,7 @@ TEST(MainWindowKeys, TabWalksTheWindowInTheOrderOfItsLayout) {
     }
     EXPECT_EQ(walked, expected);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), main.lsvPack()); // round again
+    EXPECT_EQ(QApplication::focusWidget(), main.filterBar()->box()); // round again
 }
 
 #include "frmmain_keys_test.moc"
