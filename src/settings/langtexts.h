@@ -127,6 +127,8 @@ inline constexpr std::int32_t RuntimeErrorOther = 427;
 inline constexpr std::int32_t PackageDetailsTitle = 428;
 // "Pack" finds no packer (%1 where it is looked for).
 inline constexpr std::int32_t PackerMissing = 429;
+// What exactly a check found, in the order of DetailText (see package/findingdetail.h).
+inline constexpr std::int32_t CheckFirstDetail = 530; // to 569
 } // namespace LangText
 
 struct LangTextUse {
