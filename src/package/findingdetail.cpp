@@ -31,7 +31,6 @@ constexpr std::array<Pattern, kTranslatedDetailCount + 2> kPatterns = {{
     {"sentence count %1", 0, 0},
     {"sentence %1: %2", 2, 2},
     {"no package folder", 0, 0},
-    {"to %1", 0, 1},
     {"key count %1: the editor does not open it", 0, 0},
     {"runtime error %1", 0, 0},
     {"no entry at this position", 0, 0},

@@ -27,7 +27,6 @@ enum class DetailText {
     SentenceCount,
     InSentence, // %1 sentence, %2 a detail
     NoPackageFolder,
-    LinkTarget,
     KeyCountNotOpened,
     RuntimeError, // %1 number
     NoEntryHere,
@@ -56,7 +55,7 @@ enum class DetailText {
     Joined,   // "%1, %2"
 };
 // The details with a numbered text of their own; the joins come after them.
-inline constexpr int kTranslatedDetailCount = 40;
+inline constexpr int kTranslatedDetailCount = 39;
 inline constexpr int kFirstDetailText = 530;
 
 // The English detail with %1, %2 ... replaced in one pass.

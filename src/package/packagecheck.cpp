@@ -181,7 +181,7 @@ void IndexChecker::checkLinks() {
     for (const QFileInfo& info : entries) {
         if (info.isSymLink())
             add(Severity::Warning, FindingKind::LinkInPackage, info.fileName(),
-                detailText(DetailText::LinkTarget, {info.symLinkTarget()}));
+                info.symLinkTarget());
     }
 }
 

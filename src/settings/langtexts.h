@@ -128,7 +128,9 @@ inline constexpr std::int32_t PackageDetailsTitle = 428;
 // "Pack" finds no packer (%1 where it is looked for).
 inline constexpr std::int32_t PackerMissing = 429;
 // What exactly a check found, in the order of DetailText (see package/findingdetail.h).
-inline constexpr std::int32_t CheckFirstDetail = 530; // to 569
+inline constexpr std::int32_t CheckFirstDetail = 530; // to 568
+// The runtime's text of error 91, which came after the others.
+inline constexpr std::int32_t RuntimeErrorObjectNotSet = 569;
 } // namespace LangText
 
 struct LangTextUse {
