@@ -4,6 +4,7 @@ list(APPEND TAVIK_CORE_TESTS
 )
 list(APPEND TAVIK_WIDGET_TESTS
     app/closeduringplay_test.cpp
+    app/measuredlength_test.cpp
     app/frmmain_load_test.cpp
     app/frmmain_sortsave_test.cpp
     app/frmmain_badinput_test.cpp
