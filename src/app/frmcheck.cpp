@@ -2,6 +2,7 @@
 
 #include "app/frmmain.h"
 #include "audio/mcipackagesounds.h"
+#include "package/findingdetail.h"
 #include "settings/followlanguage.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
@@ -24,6 +25,13 @@ std::int32_t severityText(Severity severity) {
         return LangText::CheckNote;
     }
     return LangText::CheckNote;
+}
+
+// The finding's detail in the window's language.
+QString detailIn(const Language& lang, const Finding& f) {
+    return localDetail(f.detail, [&lang](int number, const QStringList& args) {
+        return lang.GetLangString(number, args.value(0), args.value(1), args.value(2));
+    });
 }
 
 } // namespace
@@ -75,8 +83,9 @@ void frmCheck::fillRows() {
         ReportListItem* row = lsvFindings_->AddItem(lang.GetLangString(severityText(f.severity)));
         row->SetSubItems(1, f.file);
         row->SetSubItems(2, findingPlace(f));
-        row->SetSubItems(3, lang.GetLangString(
-                                LangText::CheckFirstFinding + static_cast<int>(f.kind), f.detail));
+        row->SetSubItems(3,
+                         lang.GetLangString(LangText::CheckFirstFinding + static_cast<int>(f.kind),
+                                            detailIn(lang, f)));
         row->SetTag(f.key);
     }
     lblSummary_->setText(findings_.isEmpty() ? lang.GetLangString(LangText::CheckClean)

@@ -342,6 +342,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    // A sound or sentence playing ends now, not when its wait would have.
+    EndRunningWaits();
     closeEditedPackage();
     // A package created and never filled disappears; one with files stays.
     if (!PackageFolder.isEmpty()) {

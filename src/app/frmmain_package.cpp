@@ -36,6 +36,11 @@ QString PlayTimeText(std::int32_t ms) {
     return CStr(Variant::fromDouble(roundHalfEven(ms / 10.0) / 100.0));
 }
 
+// The play time as measured, to the millisecond: the tool tip of the rounded one.
+QString MeasuredLengthText(std::int32_t ms) {
+    return QStringLiteral("%1 ms").arg(ms);
+}
+
 } // namespace
 
 void frmMain::LoadPackage() {
@@ -118,8 +123,10 @@ void frmMain::LoadPackage() {
             LoadAnnouncement(PackageIndex, entry, filePath, sounds, table, aliasWarningShown,
                              hooks);
             const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
-            if (record.Opened)
+            if (record.Opened) {
                 row->SetSubItems(3, PlayTimeText(record.Length));
+                row->SubItem(3).SetToolTipText(MeasuredLengthText(record.Length));
+            }
             if (record.Missing) {
                 row->SetForeColor(kMissingColor);
                 row->SetSubItems(2, QStringLiteral("???"));

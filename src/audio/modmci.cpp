@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <thread>
+#include <vector>
 
 namespace tavik {
 
@@ -39,6 +40,11 @@ QString shortPathForOpen(const QString& path) {
 // on the clock itself.
 constexpr auto kFineSleep = std::chrono::milliseconds(2);
 
+// Each EndRunningWaits ends the waits begun before it; the event loops of the waits now
+// sleeping, innermost last.
+std::uint64_t waitsEnded = 0;
+std::vector<QEventLoop*> sleepingWaits;
+
 // One turn's sleep: with an event loop, window messages are handled until shortly before
 // `due`; the last stretch is a plain sleep to the moment.
 void sleepTowards(TickClock::time_point due) {
@@ -54,7 +60,9 @@ void sleepTowards(TickClock::time_point due) {
             timer.setSingleShot(true);
             QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
             timer.start(std::chrono::milliseconds(coarse));
+            sleepingWaits.push_back(&loop);
             loop.exec();
+            sleepingWaits.pop_back();
             return;
         }
     }
@@ -139,17 +147,26 @@ qint64 TicksWaited(std::int32_t ms) {
     return std::max<qint64>(qint64(ms) + 1, 0);
 }
 
-void WaitMilliseconds(std::int32_t ms) {
+bool WaitMilliseconds(std::int32_t ms) {
+    const std::uint64_t begun = waitsEnded;
     const std::int32_t end = addLong(GetTickCount(), ms);
     // The first reading later than `end` is the tick after it; its moment is known.
     const auto due = TickStarts(static_cast<std::int32_t>(static_cast<std::uint32_t>(end) + 1u));
     for (;;) {
         QCoreApplication::processEvents();
+        if (waitsEnded != begun)
+            return false;
         const std::int32_t now = GetTickCount();
         if (!(end >= now))
-            return;
+            return true;
         sleepTowards(due);
     }
+}
+
+void EndRunningWaits() {
+    ++waitsEnded;
+    for (QEventLoop* loop : sleepingWaits)
+        loop->quit();
 }
 
 } // namespace tavik

@@ -55,8 +55,12 @@ QString IndentifyFormat(const QString& key);
 // Waits while the user interface stays live: the wait ends at the first tick reading later
 // than now + ms, after at least one pass over pending events per turn. Raises the overflow
 // error when the end does not fit 32 bits. Sleeps between turns instead of spinning and wakes
-// at the tick it waits for.
-void WaitMilliseconds(std::int32_t ms);
+// at the tick it waits for. False when EndRunningWaits ended it before its time.
+bool WaitMilliseconds(std::int32_t ms);
+
+// Ends every wait now running at once, however deeply nested: the editor is closing, and
+// nothing may hold it (a sentence stops after the entry that plays). Later waits run normally.
+void EndRunningWaits();
 
 // Whole ticks WaitMilliseconds(ms) holds its caller when nothing is late: a count of 0 or more
 // runs to the tick after its end, one tick longer; a negative count ends at once.

@@ -31,8 +31,10 @@ void PlayAnnouncementSequence(modMCI& mci, const AnnouncementTable& table,
         const std::int32_t wait = EntryWait(sequence.Targets[i], record);
         mci.MciSeekToStart(record.Key);
         mci.MciPlay(record.Key);
-        WaitMilliseconds(wait);
+        const bool waited = WaitMilliseconds(wait);
         mci.MciStop(record.Key);
+        if (!waited)
+            break; // the editor is closing
         QCoreApplication::processEvents();
     }
     writeLog(QStringLiteral("READY"));

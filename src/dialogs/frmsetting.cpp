@@ -165,9 +165,7 @@ void frmSetting::buildControls() {
 qsizetype frmSetting::selectedRecord() const {
     const ReportListItem* row = main_.lsvPack()->SelectedItem();
     if (!row)
-        throw RuntimeError(
-            kObjectNotSet,
-            QStringLiteral("Objektvariable oder With-Blockvariable nicht festgelegt"));
+        throw RuntimeError(kObjectNotSet);
     const std::int32_t index = FindAnnouncementByKey(main_.table, row->Text());
     if (index < 0)
         throw RuntimeError(rt::SubscriptOutOfRange);

@@ -1,5 +1,6 @@
 #include "clszeldb.h"
 
+#include "package/findingdetail.h"
 #include "package/zeldbformat.h"
 #include "util/conversions.h"
 #include "util/fileops.h"
@@ -32,19 +33,19 @@ template <typename T> void scanToEnd(const SlotArray<T>& slots, qint64 count) {
 
 bool clsZELDB::OpenIOFile(const QString& path) {
     if (!FileExists(path)) {
-        lastRead_ = {ZeldbReadReport::Status::Missing, QStringLiteral("missing or empty"), 0};
+        lastRead_ = {ZeldbReadReport::Status::Missing, detailText(DetailText::MissingOrEmpty), 0};
         return false;
     }
     // One consistent copy in memory: another program may rewrite the file while it is read.
     const WholeRead read = ReadWholeFile(path);
     if (read.status == WholeRead::Status::CannotOpen) {
         // Counted as missing, like every other file error before the first read.
-        lastRead_ = {ZeldbReadReport::Status::Missing, QStringLiteral("cannot be read"), 0};
+        lastRead_ = {ZeldbReadReport::Status::Missing, detailText(DetailText::CannotBeRead), 0};
         return false;
     }
     if (read.status == WholeRead::Status::KeptChanging) {
-        lastRead_ = {ZeldbReadReport::Status::Missing,
-                     QStringLiteral("changed on every read; not read"), 0};
+        lastRead_ = {ZeldbReadReport::Status::Missing, detailText(DetailText::ChangedOnEveryRead),
+                     0};
         return false;
     }
     return openBytes(reinterpret_cast<const uchar*>(read.bytes.constData()), read.bytes.size());
@@ -61,8 +62,8 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size) {
     ByteReader in(data, size);
     const QByteArray magic = in.bytes(zeldb::kMagicSize);
     if (magic != QByteArray(zeldb::kMagic)) {
-        lastRead_ = {ZeldbReadReport::Status::WrongMagic,
-                     QStringLiteral("not a package index file (no IOZELDBV10 at its start)"), 0};
+        lastRead_ = {ZeldbReadReport::Status::WrongMagic, detailText(DetailText::NotAnIndexFile),
+                     0};
         return false;
     }
 
@@ -75,7 +76,7 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size) {
     const std::int16_t n = header_.KeyCount;
     if (n < 0) {
         // The runtime cannot size an array to a negative bound; the open ignores that error.
-        in.markBroken(QStringLiteral("negative key count %1").arg(n));
+        in.markBroken(detailText(DetailText::NegativeKeyCount, {QString::number(n)}));
     } else {
         keys_.redimPreserve(n);
         for (int i = 0; i <= n && !in.broken(); ++i) {
@@ -94,7 +95,7 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size) {
         lastRead_ = {ZeldbReadReport::Status::Broken, in.problem(), in.pos()};
     else if (in.truncated())
         lastRead_ = {ZeldbReadReport::Status::Truncated,
-                     QStringLiteral("truncated at byte %1").arg(in.pos()), in.pos()};
+                     detailText(DetailText::TruncatedAt, {QString::number(in.pos())}), in.pos()};
     else
         lastRead_ = {ZeldbReadReport::Status::Complete, {}, in.pos()};
     return n > 0;

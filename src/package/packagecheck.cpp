@@ -1,6 +1,7 @@
 #include "packagecheck.h"
 
 #include "package/clszeldb.h"
+#include "package/findingdetail.h"
 #include "package/packagefolder.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
@@ -33,25 +34,25 @@ QString fileOf(const char16_t* fixedName) {
 QString typeName(VarType type) {
     switch (type) {
     case VarType::Empty:
-        return QStringLiteral("empty");
+        return QStringLiteral("Empty");
     case VarType::Integer:
-        return QStringLiteral("integer");
+        return QStringLiteral("Integer");
     case VarType::Long:
-        return QStringLiteral("long");
+        return QStringLiteral("Long");
     case VarType::Double:
-        return QStringLiteral("double");
+        return QStringLiteral("Double");
     case VarType::Date:
-        return QStringLiteral("date");
+        return QStringLiteral("Date");
     case VarType::String:
-        return QStringLiteral("string");
+        return QStringLiteral("String");
     case VarType::Boolean:
-        return QStringLiteral("boolean");
+        return QStringLiteral("Boolean");
     }
     return {};
 }
 
 QString runtimeDetail(const RuntimeError& e) {
-    return QStringLiteral("runtime error %1").arg(e.number());
+    return detailText(DetailText::RuntimeError, {QString::number(e.number())});
 }
 
 // The store's keys and items by name, found as FindKey and FindItem find them (the first slot
@@ -158,7 +159,7 @@ IndexCheck IndexChecker::run() {
     if (!QFileInfo(folder_).isDir()) {
         result_.readable = false;
         add(Severity::Error, FindingKind::IndexUnreadable, indexFile_,
-            QStringLiteral("no package folder"));
+            detailText(DetailText::NoPackageFolder));
         return result_;
     }
     checkLinks();
@@ -180,7 +181,7 @@ void IndexChecker::checkLinks() {
     for (const QFileInfo& info : entries) {
         if (info.isSymLink())
             add(Severity::Warning, FindingKind::LinkInPackage, info.fileName(),
-                QStringLiteral("to %1").arg(info.symLinkTarget()));
+                info.symLinkTarget());
     }
 }
 
@@ -200,7 +201,7 @@ bool IndexChecker::openIndex() {
         // The editor refuses a store without keys (language text 8), so it is no package.
         result_.readable = false;
         add(Severity::Error, FindingKind::IndexUnreadable, indexFile_,
-            QStringLiteral("key count %1: the editor does not open it").arg(store_.KeyCountAtOpen));
+            detailText(DetailText::KeyCountNotOpened, {QString::number(store_.KeyCountAtOpen)}));
         return false;
     }
     return true;
@@ -214,7 +215,8 @@ void IndexChecker::checkInfo() {
                 checkText(indexFile_, value.stringValue(), 0, text(pkg::Info));
         } catch (const RuntimeError& e) {
             add(Severity::Error, FindingKind::IndexUnreadable, indexFile_,
-                QStringLiteral("INFO: %1").arg(runtimeDetail(e)), 0, text(pkg::Info));
+                detailText(DetailText::Labelled, {text(pkg::Info), runtimeDetail(e)}), 0,
+                text(pkg::Info));
         }
     }
 }
@@ -225,7 +227,9 @@ void IndexChecker::checkEntries() {
         count = CInt(lookup_->get(text(pkg::Index), text(pkg::Count), text(pkg::DefaultCount)));
     } catch (const RuntimeError& e) {
         add(Severity::Error, FindingKind::SettingType, indexFile_,
-            QStringLiteral("INDEX/Count: %1").arg(runtimeDetail(e)), 0, text(pkg::Index));
+            detailText(DetailText::Labelled,
+                       {text(pkg::Index) + u'/' + text(pkg::Count), runtimeDetail(e)}),
+            0, text(pkg::Index));
         return;
     }
     for (int i = 1; i <= count; ++i) {
@@ -238,8 +242,9 @@ void IndexChecker::checkEntries() {
                 while (last < count && !lookup_->find(text(pkg::Index), QString::number(last + 1)))
                     ++last;
                 add(Severity::Error, FindingKind::EntryWithoutTilde, indexFile_,
-                    last == i ? QStringLiteral("no entry at this position")
-                              : QStringLiteral("no entries at positions %1 to %2").arg(i).arg(last),
+                    last == i ? detailText(DetailText::NoEntryHere)
+                              : detailText(DetailText::NoEntriesAt,
+                                           {QString::number(i), QString::number(last)}),
                     i);
                 i = last;
                 continue;
@@ -269,7 +274,7 @@ void IndexChecker::checkEntry(int position, const QString& raw, const IndexEntry
     }
     if (raw.count(u'~') > 1)
         add(Severity::Warning, FindingKind::TildeInTitle, indexFile_,
-            QStringLiteral("\"%1\" shows as \"%2\"").arg(raw, entry.Title), position, entry.Key);
+            detailText(DetailText::TitleShownAs, {raw, entry.Title}), position, entry.Key);
     checkText(indexFile_, entry.Title, position, entry.Key);
 
     CheckedAnnouncement announcement;
@@ -277,7 +282,7 @@ void IndexChecker::checkEntry(int position, const QString& raw, const IndexEntry
     const auto seen = shownAt_.constFind(entry.Key);
     if (seen != shownAt_.constEnd())
         add(Severity::Warning, FindingKind::DuplicateKey, indexFile_,
-            QStringLiteral("also at INDEX %1").arg(*seen), position, entry.Key);
+            detailText(DetailText::AlsoAtIndex, {QString::number(*seen)}), position, entry.Key);
     else
         shownAt_.insert(entry.Key, position);
 
@@ -308,12 +313,12 @@ void IndexChecker::checkSettings(int position, const QString& key) {
             const Variant value = *found;
             e.type == VarType::Boolean ? void(CBool(value)) : void(CLng(value));
             add(Severity::Note, FindingKind::SettingType, indexFile_,
-                QStringLiteral("%1 is %2, not %3")
-                    .arg(text(e.item), typeName(value.type()), typeName(e.type)),
+                detailText(DetailText::SettingStored,
+                           {text(e.item), typeName(value.type()), typeName(e.type)}),
                 position, key);
         } catch (const RuntimeError& error) {
             add(Severity::Error, FindingKind::SettingType, indexFile_,
-                QStringLiteral("%1: loading stops with %2").arg(text(e.item), runtimeDetail(error)),
+                detailText(DetailText::LoadingStops, {text(e.item), runtimeDetail(error)}),
                 position, key);
         }
     }
@@ -328,8 +333,8 @@ void IndexChecker::checkSound(int position, const IndexEntry& entry) {
         add(Severity::Error, FindingKind::SoundMissing, indexFile_,
             QStringLiteral("\"%1\"").arg(entry.Title), position, entry.Key);
     } else if (!FileCheck(path)) {
-        add(Severity::Error, FindingKind::SoundEmpty, name, QStringLiteral("0 bytes"), position,
-            entry.Key);
+        add(Severity::Error, FindingKind::SoundEmpty, name,
+            detailText(DetailText::Bytes, {QStringLiteral("0")}), position, entry.Key);
     } else {
         const QString extension = GetExtension(path);
         const QString deviceType = sounds_.DeviceType(extension);
@@ -343,7 +348,8 @@ void IndexChecker::checkSound(int position, const IndexEntry& entry) {
             sounds_.Close(alias);
             if (code != -1) {
                 add(Severity::Error, FindingKind::SoundUnreadable, name,
-                    QStringLiteral("media error %1").arg(code), position, entry.Key);
+                    detailText(DetailText::MediaError, {QString::number(code)}), position,
+                    entry.Key);
             } else {
                 announcement.Length = length;
                 announcement.Measured = true;
@@ -367,16 +373,15 @@ void IndexChecker::checkHigherPositions(int count) {
         }
         if (highest > 0)
             add(Severity::Note, FindingKind::CountMismatch, indexFile_,
-                QStringLiteral("Count %1, entries up to %2 are never loaded")
-                    .arg(count)
-                    .arg(highest),
+                detailText(DetailText::CountBelowEntries,
+                           {QString::number(count), QString::number(highest)}),
                 0, index);
         else if (count < 0)
             add(Severity::Warning, FindingKind::CountMismatch, indexFile_,
-                QStringLiteral("Count %1: the list stays empty").arg(count), 0, index);
+                detailText(DetailText::CountNegative, {QString::number(count)}), 0, index);
         else if (count > 0 && !lookup_->find(index, QString::number(count)))
             add(Severity::Error, FindingKind::CountMismatch, indexFile_,
-                QStringLiteral("Count %1, but no entry at %1").arg(count), 0, index);
+                detailText(DetailText::CountWithoutEntry, {QString::number(count)}), 0, index);
     } catch (const RuntimeError&) {
         // Already named at the positions the load reads.
     }
@@ -390,7 +395,8 @@ void IndexChecker::checkUnusedFiles() {
             continue;
         if (!usedFiles_.contains(name))
             add(Severity::Warning, FindingKind::UnusedFile, name,
-                QStringLiteral("%1 bytes").arg(QFileInfo(QDir(folder_), name).size()));
+                detailText(DetailText::Bytes,
+                           {QString::number(QFileInfo(QDir(folder_), name).size())}));
     }
 }
 
@@ -417,8 +423,8 @@ QString CodePageProblem(const QString& text) {
     for (const QChar c : text) {
         const char16_t u = c.unicode();
         if (u == 0x81 || u == 0x8D || u == 0x8F || u == 0x90 || u == 0x9D)
-            return QStringLiteral("byte 0x%1 is no character of code page 1252")
-                .arg(uint(u), 2, 16, QLatin1Char('0'));
+            return detailText(DetailText::NoCodePageCharacter,
+                              {QStringLiteral("%1").arg(uint(u), 2, 16, QLatin1Char('0'))});
     }
     const QByteArray bytes = toCp1252(text);
     const bool nonAscii = std::any_of(bytes.begin(), bytes.end(),
@@ -429,7 +435,7 @@ QString CodePageProblem(const QString& text) {
     const QString decoded = utf8.decode(bytes);
     if (utf8.hasError())
         return {};
-    return QStringLiteral("UTF-8 text \"%1\" shows as \"%2\"").arg(decoded, text);
+    return detailText(DetailText::Utf8ShownAs, {decoded, text});
 }
 
 } // namespace tavik

@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_SOURCES
     package/packagecheck.cpp
     package/packageannouncements.cpp
     package/packagefinding.cpp
+    package/findingdetail.cpp
     package/announcementrecord.cpp
     package/clszeldb.cpp
     package/packagefolder.cpp

@@ -1,5 +1,7 @@
 #include "zeldbformat.h"
 
+#include "package/findingdetail.h"
+
 namespace tavik::zeldb {
 
 namespace {
@@ -22,7 +24,8 @@ Variant readValue(ByteReader& in) {
     case VarType::Boolean:
         return Variant::fromBooleanBits(in.i16());
     }
-    in.markBroken(QStringLiteral("unknown value type %1 at byte %2").arg(type).arg(in.pos() - 2));
+    in.markBroken(detailText(DetailText::UnknownValueType,
+                             {QString::number(type), QString::number(in.pos() - 2)}));
     return {};
 }
 
@@ -77,18 +80,16 @@ void readKey(ByteReader& in, ZeldbKey& key) {
     if (dimensions == 0)
         return;
     if (dimensions != 1) {
-        in.markBroken(QStringLiteral("item array with %1 dimensions at byte %2")
-                          .arg(dimensions)
-                          .arg(descriptorAt));
+        in.markBroken(detailText(DetailText::ItemArrayDimensions,
+                                 {QString::number(dimensions), QString::number(descriptorAt)}));
         return;
     }
     const std::int32_t count = in.i32();
     const std::int32_t lowerBound = in.i32();
     if (count < 0 || count > kMaxItemSlots || lowerBound != 0) {
-        in.markBroken(QStringLiteral("item array of %1 slots from %2 at byte %3")
-                          .arg(count)
-                          .arg(lowerBound)
-                          .arg(descriptorAt));
+        in.markBroken(detailText(
+            DetailText::ItemArraySlots,
+            {QString::number(count), QString::number(lowerBound), QString::number(descriptorAt)}));
         return;
     }
     key.Items.reset(count);

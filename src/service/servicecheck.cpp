@@ -1,5 +1,6 @@
 #include "servicecheck.h"
 
+#include "package/findingdetail.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
 #include "util/apppath.h"
@@ -48,27 +49,27 @@ void checkSentence(QList<Finding>& out, const QString& file, const SatzRecord& s
         if (satz.LastTarget >= 0)
             out << serviceFinding(
                 Severity::Error, FindingKind::SentenceWithoutEntry, file,
-                QStringLiteral("last entry %1: runtime error 9 when played").arg(satz.LastTarget),
+                detailText(DetailText::LastEntryWithoutEntries, {QString::number(satz.LastTarget)}),
                 satz.Key);
         else
             out << serviceFinding(Severity::Warning, FindingKind::SentenceWithoutEntry, file,
-                                  QStringLiteral("plays nothing"), satz.Key);
+                                  detailText(DetailText::PlaysNothing), satz.Key);
         return;
     }
     // Playing walks entries 0 to LastTarget, whatever the file holds.
     const qsizetype held = satz.Targets.size();
     if (satz.LastTarget >= held)
-        out << serviceFinding(Severity::Error, FindingKind::SentenceBound, file,
-                              QStringLiteral("last entry %1 of %2: runtime error 9 when played")
-                                  .arg(satz.LastTarget + 1)
-                                  .arg(held),
-                              satz.Key);
+        out << serviceFinding(
+            Severity::Error, FindingKind::SentenceBound, file,
+            detailText(DetailText::LastEntryPastEntries,
+                       {QString::number(satz.LastTarget + 1), QString::number(held)}),
+            satz.Key);
     else if (satz.LastTarget < held - 1)
-        out << serviceFinding(Severity::Warning, FindingKind::SentenceBound, file,
-                              QStringLiteral("last entry %1 of %2: the rest is never played")
-                                  .arg(satz.LastTarget + 1)
-                                  .arg(held),
-                              satz.Key);
+        out << serviceFinding(
+            Severity::Warning, FindingKind::SentenceBound, file,
+            detailText(DetailText::LastEntryShortOfEntries,
+                       {QString::number(satz.LastTarget + 1), QString::number(held)}),
+            satz.Key);
     for (qsizetype j = 0; j < satz.Targets.size(); ++j) {
         const SatzTarget& target = satz.Targets[j];
         const int entry = static_cast<int>(j) + 1;
@@ -100,13 +101,15 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
     using Status = ServiceReadResult::Status;
     if (read.status == Status::Missing) {
         out << serviceFinding(Severity::Warning, FindingKind::ServiceUnreadable, file,
-                              QStringLiteral("empty: deleted when the services are listed"));
+                              detailText(DetailText::EmptyServiceDeleted));
         return out;
     }
     if (!read.ok()) {
         out << serviceFinding(
             Severity::Error, FindingKind::ServiceUnreadable, file,
-            QStringLiteral("%1, runtime error %2").arg(read.problem).arg(read.runtimeError));
+            detailText(DetailText::Joined,
+                       {read.problem, detailText(DetailText::RuntimeError,
+                                                 {QString::number(read.runtimeError)})}));
         return out;
     }
     if (read.header.Title.isEmpty())
@@ -115,16 +118,13 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
     // Saving writes "_" & ID & "._": another name leaves this file behind as a second copy,
     // and an ID that leads out of the package is refused.
     if (!IsServiceId(read.header.Id))
-        out << serviceFinding(
-            Severity::Error, FindingKind::ServiceId, file,
-            QStringLiteral("ID \"%1\" leads out of the package: saving is refused")
-                .arg(read.header.Id));
+        out << serviceFinding(Severity::Error, FindingKind::ServiceId, file,
+                              detailText(DetailText::IdLeavesPackage, {read.header.Id}));
     else if (QFileInfo(ServiceFilePath(QFileInfo(path).absolutePath(), read.header.Id))
                  .fileName()
                  .compare(file, kFileNameCase) != 0)
-        out << serviceFinding(
-            Severity::Note, FindingKind::ServiceId, file,
-            QStringLiteral("ID \"%1\": saving writes _%1._ beside it").arg(read.header.Id));
+        out << serviceFinding(Severity::Note, FindingKind::ServiceId, file,
+                              detailText(DetailText::IdNamesOtherFile, {read.header.Id}));
     for (const QString& text :
          {read.header.Title, read.header.Author, read.header.Description, read.header.Id})
         checkText(out, file, text);
@@ -137,12 +137,11 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
         const SatzRecord& satz = read.sentences[i];
         const int position = static_cast<int>(i) + 1;
         if (const auto it = firstAt.constFind(satz.Key); it != firstAt.cend())
-            out << serviceFinding(Severity::Error, FindingKind::DuplicateSentenceKey, file,
-                                  QStringLiteral("key \"%1\" at sentences %2 and %3")
-                                      .arg(satz.Key)
-                                      .arg(it.value())
-                                      .arg(position),
-                                  satz.Key);
+            out << serviceFinding(
+                Severity::Error, FindingKind::DuplicateSentenceKey, file,
+                detailText(DetailText::SentenceKeyTwice,
+                           {satz.Key, QString::number(it.value()), QString::number(position)}),
+                satz.Key);
         else
             firstAt.insert(satz.Key, position);
         checkSentence(out, file, satz, byKey);

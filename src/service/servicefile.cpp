@@ -1,5 +1,6 @@
 #include "servicefile.h"
 
+#include "package/findingdetail.h"
 #include "util/bytereader.h"
 #include "util/cp1252.h"
 #include "util/fileops.h"
@@ -45,7 +46,7 @@ void fail(ServiceReadResult& result, Status status, int error, const QString& pr
 
 void failTruncated(ServiceReadResult& result, const ByteReader& in) {
     fail(result, Status::Truncated, rt::InputPastEnd,
-         QStringLiteral("file ends inside a field at byte %1").arg(in.pos()));
+         detailText(DetailText::EndsInsideField, {QString::number(in.pos())}));
 }
 
 // Reads one sentence; a descriptor no editor writes marks the reader broken.
@@ -60,10 +61,9 @@ void readSentence(ByteReader& in, SatzRecord& satz) {
         const std::int32_t count = in.i32();
         const std::int32_t lowerBound = in.i32();
         if (count < 0 || lowerBound != 0) {
-            in.markBroken(QStringLiteral("entry array of %1 entries from %2 at byte %3")
-                              .arg(count)
-                              .arg(lowerBound)
-                              .arg(descriptorAt));
+            in.markBroken(detailText(DetailText::EntryArrayEntries,
+                                     {QString::number(count), QString::number(lowerBound),
+                                      QString::number(descriptorAt)}));
             return;
         }
         // Entries are appended as they are read, so a huge count costs nothing the data
@@ -79,9 +79,8 @@ void readSentence(ByteReader& in, SatzRecord& satz) {
             satz.Targets.append(target);
         }
     } else {
-        in.markBroken(QStringLiteral("entry array with %1 dimensions at byte %2")
-                          .arg(dimensions)
-                          .arg(descriptorAt));
+        in.markBroken(detailText(DetailText::EntryArrayDimensions,
+                                 {QString::number(dimensions), QString::number(descriptorAt)}));
         return;
     }
     satz.LastTarget = in.i16();
@@ -121,7 +120,8 @@ ServiceReadResult ReadServiceBytes(const uchar* data, qint64 size) {
     for (std::size_t k = 0; k < lengths.size(); ++k) {
         if (lengths[k] < 0) {
             fail(result, Status::Broken, rt::InvalidCall,
-                 QStringLiteral("header text %1 has the length %2").arg(k + 1).arg(lengths[k]));
+                 detailText(DetailText::HeaderTextLength,
+                            {QString::number(k + 1), QString::number(lengths[k])}));
             return result;
         }
     }
@@ -141,7 +141,7 @@ ServiceReadResult ReadServiceBytes(const uchar* data, qint64 size) {
     }
     if (result.declaredCount < 1) {
         fail(result, Status::NoService, rt::SubscriptOutOfRange,
-             QStringLiteral("sentence count %1").arg(result.declaredCount));
+             detailText(DetailText::SentenceCount, {QString::number(result.declaredCount)}));
         return result;
     }
     for (std::int16_t i = 0; i < result.declaredCount; ++i) {
@@ -149,7 +149,7 @@ ServiceReadResult ReadServiceBytes(const uchar* data, qint64 size) {
         readSentence(in, satz);
         if (in.broken()) {
             fail(result, Status::Broken, rt::SubscriptOutOfRange,
-                 QStringLiteral("sentence %1: %2").arg(i + 1).arg(in.problem()));
+                 detailText(DetailText::InSentence, {QString::number(i + 1), in.problem()}));
             return result;
         }
         if (in.truncated()) {
@@ -165,7 +165,7 @@ ServiceReadResult ReadServiceBytes(const uchar* data, qint64 size) {
 ServiceReadResult ReadServiceFile(const QString& path, bool deleteEmpty) {
     if (!FileCheck(path, deleteEmpty)) {
         ServiceReadResult result;
-        fail(result, Status::Missing, 0, QStringLiteral("missing or empty"));
+        fail(result, Status::Missing, 0, detailText(DetailText::MissingOrEmpty));
         return result;
     }
     // One consistent copy in memory: another program may rewrite the file while it is read.
@@ -174,8 +174,8 @@ ServiceReadResult ReadServiceFile(const QString& path, bool deleteEmpty) {
         ServiceReadResult result;
         fail(result, Status::Missing, 0,
              read.status == WholeRead::Status::KeptChanging
-                 ? QStringLiteral("changed on every read; not read")
-                 : QStringLiteral("cannot be read"));
+                 ? detailText(DetailText::ChangedOnEveryRead)
+                 : detailText(DetailText::CannotBeRead));
         return result;
     }
     return ReadServiceBytes(reinterpret_cast<const uchar*>(read.bytes.constData()),

@@ -142,6 +142,10 @@ inline constexpr std::int32_t FilterLocksMoves = 663;
 inline constexpr std::int32_t TimelineName = 664;
 inline constexpr std::int32_t TimelineNoSentence = 665;
 inline constexpr std::int32_t TimelineBroken = 666;
+// What exactly a check found, in the order of DetailText (see package/findingdetail.h).
+inline constexpr std::int32_t CheckFirstDetail = 530; // to 568
+// The runtime's text of error 91, which came after the others.
+inline constexpr std::int32_t RuntimeErrorObjectNotSet = 569;
 } // namespace LangText
 
 struct LangTextUse {

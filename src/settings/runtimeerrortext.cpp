@@ -10,10 +10,15 @@ namespace tavik {
 
 namespace {
 
-// The runtime errors with texts of their own in the language files, in the order of their
-// numbered texts from LangText::RuntimeErrorFirst on.
-constexpr std::array<int, 16> kTranslatedErrors = {5,  6,  7,  9,  11, 13, 52, 53,
-                                                   55, 57, 58, 61, 62, 70, 75, 76};
+// The runtime errors with texts of their own in the language files: the first 16 in the order
+// of their numbered texts from LangText::RuntimeErrorFirst on, then error 91.
+constexpr std::array<int, 17> kTranslatedErrors = {5,  6,  7,  9,  11, 13, 52, 53, 55,
+                                                   57, 58, 61, 62, 70, 75, 76, 91};
+
+std::int32_t textOf(std::size_t i) {
+    return i < 16 ? LangText::RuntimeErrorFirst + static_cast<std::int32_t>(i)
+                  : LangText::RuntimeErrorObjectNotSet;
+}
 
 } // namespace
 
@@ -30,7 +35,7 @@ QString RuntimeErrorMessage(const Language& language, const RuntimeError& error)
         std::int32_t number = LangText::RuntimeErrorOther;
         for (std::size_t i = 0; i < kTranslatedErrors.size(); ++i) {
             if (kTranslatedErrors[i] == error.number())
-                number = LangText::RuntimeErrorFirst + static_cast<std::int32_t>(i);
+                number = textOf(i);
         }
         const bool listControl = error.number() == 35600 || error.number() == 35602;
         const QString translated = language.GetLangString(number);

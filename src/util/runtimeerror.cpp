@@ -49,6 +49,8 @@ QString RuntimeError::defaultDescription(int number) {
         return QStringLiteral("Fehler beim Zugriff auf Pfad/Datei");
     case 76:
         return QStringLiteral("Pfad nicht gefunden");
+    case 91:
+        return QStringLiteral("Objektvariable oder With-Blockvariable nicht festgelegt");
     // The list controls bring their own texts.
     case 35600:
         return QStringLiteral("Index out of bounds");

@@ -3,6 +3,8 @@ list(APPEND TAVIK_CORE_TESTS
     app/setasidefiles_test.cpp
 )
 list(APPEND TAVIK_WIDGET_TESTS
+    app/closeduringplay_test.cpp
+    app/measuredlength_test.cpp
     app/frmmain_load_test.cpp
     app/frmmain_sortsave_test.cpp
     app/frmmain_sortheader_test.cpp

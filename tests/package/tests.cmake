@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_TESTS
     package/announcementrecord_test.cpp
     package/packageannouncements_test.cpp
     package/packagecheck_sounds_test.cpp
+    package/findingdetail_test.cpp
     package/clszeldb_test.cpp
     package/clszeldb_lookup_test.cpp
     package/demopackage_test.cpp

@@ -15,6 +15,7 @@ list(APPEND TAVIK_CORE_TESTS
 list(APPEND TAVIK_WIDGET_TESTS
     settings/applylanguage_test.cpp
     settings/everywindow_test.cpp
+    settings/everymessage_test.cpp
     settings/frmlanguage_test.cpp
     settings/frmoptions_test.cpp
     settings/languagechange_test.cpp
