@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "cli/lossytext.h"
 #include "package/zeldbfromjson.h"
 #include "service/servicefromjson.h"
 #include "util/fileops.h"
@@ -20,10 +21,12 @@ constexpr qint64 kMaxJsonBytes = 256LL * 1024 * 1024;
 
 } // namespace
 
-int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+int writeCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
+    QStringList args = given;
     Q_UNUSED(out);
+    const bool lossy = takeLossy(args);
     if (args.size() != 2) {
-        err << "usage: tavik write JSON PATH\n";
+        err << "usage: tavik write JSON PATH [--lossy]\n";
         return 2;
     }
     const QString& jsonPath = args[0];
@@ -42,7 +45,7 @@ int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     if (!doc.isObject())
         return fail(err, jsonPath, QStringLiteral("not a JSON object"));
 
-    const QJsonObject json = doc.object();
+    const QJsonObject json = lossy ? lossyTexts(doc.object()) : doc.object();
     const QString format = json.value(QStringLiteral("format")).toString();
     QByteArray bytes;
     QString target = args[1];

@@ -48,6 +48,10 @@ QByteArray toCp1252(const QString& text) {
     return out;
 }
 
+bool Cp1252HoldsCharacter(char32_t c) {
+    return c == U'?' || (c <= 0xFFFF && !QChar::isSurrogate(c) && encodeOne(c) != '?');
+}
+
 bool CanHoldInCp1252(const QString& text) {
     return fromCp1252(toCp1252(text)) == text;
 }

@@ -1,6 +1,6 @@
 #include "jsonfields.h"
 
-#include "util/cp1252.h"
+#include "util/cp1252guard.h"
 
 #include <cmath>
 
@@ -85,8 +85,8 @@ QString jsonText(const QJsonValue& value, const QString& path, qint64 maxBytes) 
     if (!value.isString())
         throw JsonFieldError(path, QStringLiteral("not a text"));
     const QString text = value.toString();
-    if (!CanHoldInCp1252(text))
-        throw JsonFieldError(path, QStringLiteral("holds a character code page 1252 cannot hold"));
+    if (const QString unheld = UnheldCharactersProblem(text); !unheld.isEmpty())
+        throw JsonFieldError(path, unheld);
     if (text.size() > maxBytes)
         throw JsonFieldError(path, QStringLiteral("longer than %1 bytes").arg(maxBytes));
     return text;

@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/bytereader.cpp
     util/conversions.cpp
     util/cp1252.cpp
+    util/cp1252guard.cpp
     util/fileops.cpp
     util/wholeread.cpp
     util/packagelock.cpp
