@@ -20,6 +20,7 @@ class QUndoStack;
 
 namespace tavik {
 
+class CodePageGuard;
 class ReportList;
 class frmMain;
 class zelcmd;
@@ -202,6 +203,16 @@ private:
     void onClick(zelcmd* button, void (frmDienst::*handler)());
 
     void buildEditMenu();
+    // The texts the file keeps: the code page guard, the ID box's rule and the name box's note.
+    void buildTextGuards();
+    // Whether the service's texts hold in the code page; a message says what does not.
+    bool textsHold();
+    // Writes the service to `path`; when the opened service's ID changed, asks whether to
+    // rename it (its old file goes, all or nothing) or to save a copy. False when nothing was
+    // written (a message says why).
+    bool writeServiceFile(const QString& path);
+    // A time shift typed outside the 16-bit range: the message; the row kept its shift.
+    void refuseTimeShift(const QString& typed);
     // Records what the last handler changed as one step of undo; steps with the same
     // `mergeId` (typing in one box) become one.
     void noteChange(int mergeId = -1);
@@ -220,6 +231,7 @@ private:
     ServiceEditState lastState_;
     QString openedPath_;
     bool restoring_ = false;
+    CodePageGuard* textGuard_ = nullptr;
 
     QTabBar* ridDienst_ = nullptr;
     std::array<QWidget*, 4> picTab_{};

@@ -174,6 +174,8 @@ bool frmDienst::MaySaveOrDiscard() {
 
 bool frmDienst::SaveService() {
     const Language& language = main_.language();
+    if (!textsHold())
+        return false;
     // Only what would lead its file out of the package is refused in an ID; an empty ID gives
     // the name "_._".
     if (!IsServiceId(txtID_->text())) {
@@ -212,7 +214,8 @@ bool frmDienst::SaveService() {
             return false;
     }
     try {
-        SaveToFile(path);
+        if (!writeServiceFile(path))
+            return false;
     } catch (const RuntimeError& error) {
         MsgBox(this,
                language.GetLangString(LangText::ServiceNotSaved,

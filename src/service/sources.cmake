@@ -4,6 +4,7 @@ list(APPEND TAVIK_CORE_SOURCES
     service/serviceeditorrules.cpp
     service/servicefile.cpp
     service/servicefiles.cpp
+    service/servicerename.cpp
     service/servicejson.cpp
     service/servicefromjson.cpp
     service/servicesentences.cpp
@@ -17,4 +18,5 @@ list(APPEND TAVIK_UI_SOURCES
     service/frmdienstservice.cpp
     service/frmdienstsentence.cpp
     service/frmdienstundo.cpp
+    service/frmdiensttexts.cpp
 )

@@ -27,6 +27,7 @@ endif()
 # and file dialogs every window asks through.
 list(APPEND TAVIK_UI_SOURCES
     util/accessiblenames.cpp
+    util/codepageguard.cpp
     util/filedialog.cpp
     util/inputbox.cpp
     util/listrows.cpp
