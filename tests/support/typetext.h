@@ -17,6 +17,10 @@ inline void typeText(QWidget* widget, const QString& text) {
         const QString character = text.mid(i, pair ? 2 : 1);
         if (pair)
             ++i;
+        if (character == u"\n") {
+            QTest::keyClick(widget, Qt::Key_Return);
+            continue;
+        }
         if (character.size() == 1 && character[0].unicode() < 0x7F &&
             character[0].unicode() >= 0x20) {
             QTest::keyClicks(widget, character);
