@@ -213,6 +213,9 @@ private:
     bool writeServiceFile(const QString& path);
     // A time shift typed outside the 16-bit range: the message; the row kept its shift.
     void refuseTimeShift(const QString& typed);
+    // Raises the runtime's subscript error, naming the sentence and `key`, when the package
+    // has no announcement of that key.
+    void requireAnnouncement(const SatzRecord& satz, const QString& key) const;
     // Records what the last handler changed as one step of undo; steps with the same
     // `mergeId` (typing in one box) become one.
     void noteChange(int mergeId = -1);

@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_SOURCES
     service/servicefile.cpp
     service/servicefiles.cpp
     service/servicerename.cpp
+    service/serviceuses.cpp
     service/servicejson.cpp
     service/servicefromjson.cpp
     service/servicesentences.cpp
@@ -19,4 +20,5 @@ list(APPEND TAVIK_UI_SOURCES
     service/frmdienstsentence.cpp
     service/frmdienstundo.cpp
     service/frmdiensttexts.cpp
+    service/frmdienstmissing.cpp
 )
