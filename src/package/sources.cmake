@@ -8,6 +8,7 @@ list(APPEND TAVIK_CORE_SOURCES
     package/packagedisk.cpp
     package/packagewatch.cpp
     package/packagesettings.cpp
+    package/keysettings.cpp
     package/packagetext.cpp
     package/zeldbformat.cpp
     package/jsontextwriter.cpp

@@ -171,3 +171,23 @@ TEST(ToolUnheldText, WriteRefusesADumpTextNamingTheFieldTheCharacterAndItsPlace)
     ASSERT_EQ(r.code, 0) << r.err.toStdString();
     EXPECT_EQ(setting(folder, "INFO", "Name"), QStringLiteral("Zug ? fährt"));
 }
+
+TEST(ToolImportNewKey, StartsWithoutTheSettingsARemovedAnnouncementLeftUnderItsKey) {
+    TempDir dir;
+    const QString folder = newPackage(dir);
+    // Settings of an announcement whose entry and sound are gone.
+    for (const QStringList& set :
+         {QStringList{"set", folder, "0000", "Color", "255", "--type", "long"},
+          QStringList{"set", folder, "0000", "AutoPlace", "2", "--type", "long"},
+          QStringList{"set", folder, "0000", "NameVisible", "false", "--type", "boolean"}})
+        ASSERT_EQ(tool(set).code, 0);
+    const QString gong = dir.file("Gong.wav");
+    ASSERT_TRUE(test::writeTone(gong, 800, 8000));
+    const ToolRun r = tool({"import", folder, gong});
+    ASSERT_EQ(r.code, 0) << r.err.toStdString();
+    EXPECT_EQ(r.out, QStringLiteral("0000\tGong\n"));
+    clsZELDB store;
+    ASSERT_TRUE(store.OpenIOFile(folder + "/Package.io"));
+    for (const char* item : {"Color", "AutoPlace", "NameVisible"})
+        EXPECT_FALSE(store.ItemExists("0000", item)) << item;
+}
