@@ -18,4 +18,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/offered_formats_editor_test.cpp
     app/readable_rows_test.cpp
     app/packagedetails_undo_test.cpp
+    app/readme_test.cpp
 )
