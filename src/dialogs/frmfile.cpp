@@ -214,11 +214,15 @@ void frmFile::buildControls() {
             txtName_->setText(entry->text());
     };
     guard->watch(titles);
+    // Removals are looked at from the event loop: the list also empties itself while the
+    // dialog is destroyed, when its names can no longer be read.
     const QAbstractItemModel* model = lstImport_->model();
     connect(model, &QAbstractItemModel::dataChanged, guard, &CodePageGuard::refresh);
     connect(model, &QAbstractItemModel::rowsInserted, guard, &CodePageGuard::refresh);
-    connect(model, &QAbstractItemModel::rowsRemoved, guard, &CodePageGuard::refresh);
-    connect(model, &QAbstractItemModel::modelReset, guard, &CodePageGuard::refresh);
+    connect(model, &QAbstractItemModel::rowsRemoved, guard, &CodePageGuard::refresh,
+            Qt::QueuedConnection);
+    connect(model, &QAbstractItemModel::modelReset, guard, &CodePageGuard::refresh,
+            Qt::QueuedConnection);
     connect(guard, &CodePageGuard::holdsChanged, cmdOK_, &QPushButton::setEnabled);
     buttons->insertWidget(0, guard->closestButton());
 
