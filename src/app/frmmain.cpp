@@ -1,5 +1,6 @@
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "app/readme.h"
 
 #include "app/fadeineffect.h"
 #include "app/setasidefiles.h"
@@ -233,8 +234,7 @@ void frmMain::buildMenus() {
             [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(language_.GetLangFile(6))); });
     connect(mnuSupport_, &QAction::triggered, this,
             [] { QDesktopServices::openUrl(QUrl(MailLink(QString::fromUtf16(kAuthorMail)))); });
-    connect(mnuReadme_, &QAction::triggered, this,
-            [this] { QDesktopServices::openUrl(QUrl::fromLocalFile(language_.GetLangFile(6))); });
+    connect(mnuReadme_, &QAction::triggered, this, [this] { OpenReadme(this, language_); });
 }
 
 void frmMain::buildStatusBar() {

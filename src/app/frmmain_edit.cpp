@@ -7,6 +7,7 @@
 #include "dialogs/packagecommands.h"
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
+#include "service/serviceuses.h"
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/apppath.h"
@@ -176,7 +177,8 @@ void frmMain::cmdRemove_Click() {
     const QString file = QFileInfo(GetFileName(key)).fileName();
     if (MsgBox(this,
                language_.GetLangString(LangText::RemoveNamedQuestion, key, row->SubItems(1),
-                                       file.isEmpty() ? QStringLiteral("-") : file),
+                                       file.isEmpty() ? QStringLiteral("-") : file) +
+                   ServiceUsesParagraph(language_, FindServiceUses(PackageFolder, key)),
                MsgButtons::YesNo, MsgIcon::Question, {}, MsgResult::No) == MsgResult::No)
         return;
     auto command = std::make_unique<RemoveRowsCommand>(

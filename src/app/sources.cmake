@@ -10,6 +10,7 @@ list(APPEND TAVIK_UI_SOURCES
     app/frmmain_package.cpp
     app/frmmain_panel.cpp
     app/frmmain_sort.cpp
+    app/readme.cpp
     app/frmmain_watch.cpp
     app/frmstatus.cpp
     app/listcommands.cpp

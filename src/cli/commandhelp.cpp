@@ -16,9 +16,11 @@ QList<CommandHelp> makeHelp() {
          "(_<ID>._) as JSON: every key slot with its items, or the service with its sentences.",
          {"tavik dump Data/Beispielpaket", "tavik dump Data/Beispielpaket/_000001._"}},
         {"set",
-         "tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean]",
+         "tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean] [--lossy]",
          "Changes one item of a package index exactly as the editor does: open, change, save. "
-         "A missing file starts an empty store; the value is a text unless --type says otherwise.",
+         "A missing file starts an empty store; the value is a text unless --type says otherwise. "
+         "A name or text code page 1252 cannot hold is refused, naming the character and its "
+         "place, unless --lossy writes it as \"?\".",
          {"tavik set Data/Beispielpaket INFO Name \"Mein Paket\"",
           "tavik set Data/Beispielpaket 0000 Color 255 --type long"}},
         {"delete",
@@ -50,22 +52,24 @@ QList<CommandHelp> makeHelp() {
          "with findings, 2 when the folder holds no package index the editor opens.",
          {"tavik check Data/Beispielpaket"}},
         {"write",
-         "tavik write JSON PATH",
+         "tavik write JSON PATH [--lossy]",
          "Writes the package index or service file a dump describes (a folder stands for its "
-         "Package.io): dump then write gives back every file byte for byte.",
+         "Package.io): dump then write gives back every file byte for byte. A text code page 1252 "
+         "cannot hold is refused unless --lossy writes it as \"?\".",
          {"tavik dump Data/Beispielpaket > index.json && tavik write index.json "
           "Data/Beispielpaket"}},
         {"new",
-         "tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P]",
+         "tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P] [--lossy]",
          "Makes the package folder NAME in the data folder DATA (made when missing) as the "
-         "dialog \"Neu\" does; title and author are required.",
+         "dialog \"Neu\" does; title and author are required. A text code page 1252 cannot hold "
+         "is refused, naming the character and its place, unless --lossy writes it as \"?\".",
          {"tavik new Data Linie7 --title \"Linie 7\" --author \"Verkehrsbetrieb\" --comment "
           "\"Ansagen\""}},
         {"import",
-         "tavik import PACKAGE FILE... [--title T]...",
+         "tavik import PACKAGE FILE... [--title T]... [--lossy]",
          "Copies sound files into a package as the import dialog does, each under the next free "
-         "key, and prints each key and title. A file that is no sound is refused and nothing is "
-         "copied.",
+         "key, and prints each key and title. A file that is no sound, or a title code page 1252 "
+         "cannot hold (unless --lossy writes it as \"?\"), is refused and nothing is copied.",
          {"tavik import Data/Beispielpaket Data/Beispielpaket/0000.wav --title \"Gong\""}},
         {"render",
          "tavik render PACKAGE SERVICE SENTENCE -o OUT.wav [--rate HZ] [--channels 1|2]",

@@ -1,6 +1,7 @@
 #include "tool.h"
 
 #include "audio/soundcheck.h"
+#include "cli/lossytext.h"
 #include "cli/options.h"
 #include "dialogs/soundimport.h"
 #include "package/clszeldb.h"
@@ -13,12 +14,14 @@
 
 namespace tavik::cli {
 
-int importCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+int importCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
+    QStringList args = given;
+    const bool lossy = takeLossy(args);
     const Options options = parseOptions(args, {"--title"});
     if (!options.problem.isEmpty() || options.plain.size() < 2) {
         if (!options.problem.isEmpty())
             err << "tavik: " << options.problem << '\n';
-        err << "usage: tavik import PACKAGE FILE... [--title T]...\n";
+        err << "usage: tavik import PACKAGE FILE... [--title T]... [--lossy]\n";
         return 2;
     }
     const QString& package = options.plain[0];
@@ -35,6 +38,13 @@ int importCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
             return fail(err, files[i],
                         SoundProblemText(problem) + QStringLiteral(": nothing imported"));
         entries.append({files[i], i < titles.size() ? titles[i] : PathFileName(files[i], true)});
+        // A title the index cannot hold would be lost without a word; one taken from the file
+        // name is named by its file.
+        const QString field = i < titles.size() ? QStringLiteral("--title %1").arg(i + 1)
+                                                : QStringLiteral("title from the file name");
+        if (!lossy)
+            if (const int code = refuseUnheld(err, files[i], field, entries.last().Title))
+                return code;
     }
 
     if (!QFileInfo(package).isDir())

@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "cli/lossytext.h"
 #include "cli/options.h"
 #include "dialogs/newpackage.h"
 #include "package/clszeldb.h"
@@ -53,12 +54,15 @@ int makePackage(const QString& name, const QString& folder, const PackageInfo& i
 
 } // namespace
 
-int newCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+int newCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
+    QStringList args = given;
+    const bool lossy = takeLossy(args);
     const Options options = parseOptions(args, {"--title", "--author", "--comment", "--picture"});
     if (!options.problem.isEmpty() || options.plain.size() != 2) {
         if (!options.problem.isEmpty())
             err << "tavik: " << options.problem << '\n';
-        err << "usage: tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P]\n";
+        err << "usage: tavik new DATA NAME [--title T] [--author A] [--comment C] [--picture P] "
+               "[--lossy]\n";
         return 2;
     }
     const QString& data = options.plain[0];
@@ -75,6 +79,13 @@ int newCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     // The dialog asks for both before it makes anything.
     if (info.Title.isEmpty() || info.Author.isEmpty())
         return fail(err, name, QStringLiteral("a package needs --title and --author"));
+    // What the files cannot hold would be lost without a word.
+    for (const char* field : {"--title", "--author", "--comment"}) {
+        if (lossy)
+            break;
+        if (const int code = refuseUnheld(err, name, QString::fromLatin1(field), last(field)))
+            return code;
+    }
     // A fresh installation may have no data folder yet: it is made, and taken away again
     // (when still empty) if the package is not made in it.
     const bool dataMade = !QFileInfo::exists(data);

@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "cli/lossytext.h"
 #include "package/clszeldb.h"
 #include "util/conversions.h"
 #include "util/fileops.h"
@@ -83,8 +84,10 @@ template <typename Change> int changeLocked(const QString& path, QTextStream& er
 
 } // namespace
 
-int setCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+int setCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
+    QStringList args = given;
     Q_UNUSED(out);
+    const bool lossy = takeLossy(args);
     QStringList positional;
     QString type = QStringLiteral("string");
     for (qsizetype i = 0; i < args.size(); ++i) {
@@ -96,7 +99,8 @@ int setCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
             positional << args[i];
     }
     if (positional.size() != 4) {
-        err << "usage: tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean]\n";
+        err << "usage: tavik set PATH KEY ITEM VALUE [--type string|integer|long|boolean] "
+               "[--lossy]\n";
         return 2;
     }
     const QString path = indexFilePath(positional[0]);
@@ -104,6 +108,17 @@ int setCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     QString problem;
     if (!parseValue(positional[3], type, value, problem))
         return fail(err, path, problem);
+    // Names and texts the index cannot hold would be lost without a word.
+    const std::pair<const char*, QString> texts[] = {
+        {"KEY", positional[1]},
+        {"ITEM", positional[2]},
+        {"VALUE", value.type() == VarType::String ? positional[3] : QString()}};
+    for (const auto& [field, text] : texts) {
+        if (lossy)
+            break;
+        if (const int code = refuseUnheld(err, path, QString::fromLatin1(field), text))
+            return code;
+    }
 
     return changeLocked(path, err, [&](clsZELDB& store) {
         store.SaveSetting(positional[1], positional[2], value);

@@ -11,6 +11,7 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/newcommand.cpp
     cli/importcommand.cpp
     cli/options.cpp
+    cli/lossytext.cpp
     cli/rendercommand.cpp
     cli/toolannouncements.cpp
 )

@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "cli/lossytext.h"
 #include "package/zeldbfromjson.h"
 #include "service/servicefromjson.h"
 #include "util/fileops.h"
@@ -22,10 +23,12 @@ constexpr qint64 kMaxJsonBytes = 256LL * 1024 * 1024;
 
 } // namespace
 
-int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
+int writeCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
+    QStringList args = given;
     Q_UNUSED(out);
+    const bool lossy = takeLossy(args);
     if (args.size() != 2) {
-        err << "usage: tavik write JSON PATH\n";
+        err << "usage: tavik write JSON PATH [--lossy]\n";
         return 2;
     }
     const QString& jsonPath = args[0];
@@ -50,6 +53,9 @@ int writeCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         tree = JsonTree::fromQt(doc.object());
     }
 
+    // With --lossy, the texts become what the files hold, read as Qt reads them (a rare path).
+    if (lossy)
+        tree = JsonTree::fromQt(lossyTexts(QJsonDocument::fromJson(text).object()));
     const JsonValue json = tree.root();
     const QString format = json.value(QStringLiteral("format")).toString();
     QByteArray bytes;

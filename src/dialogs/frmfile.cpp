@@ -17,6 +17,7 @@
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/apppath.h"
+#include "util/codepageguard.h"
 #include "util/fileops.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
@@ -31,6 +32,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -193,10 +195,42 @@ void frmFile::buildControls() {
     buttons->addStretch();
     buttons->addWidget(cmdOK_);
     buttons->addWidget(cmdCancel_);
+    // The display names become titles in the index, code page 1252: what it cannot hold (a
+    // typed name, or one taken from a file name) is shown and keeps OK refused.
+    auto* guard = new CodePageGuard(this, main_.language());
+    CodePageGuard::Source titles;
+    titles.name = [this] { return fraImport_->title(); };
+    titles.itemName = [](qsizetype i) { return QString::number(i + 1); };
+    titles.texts = [this] {
+        QStringList texts;
+        for (int i = 0; i < lstImport_->count(); ++i)
+            texts << lstImport_->item(i)->text();
+        return texts;
+    };
+    titles.setTexts = [this](const QStringList& texts) {
+        for (int i = 0; i < lstImport_->count() && i < texts.size(); ++i)
+            lstImport_->item(i)->setText(texts[i]);
+        if (const QListWidgetItem* entry = lstImport_->currentItem())
+            txtName_->setText(entry->text());
+    };
+    guard->watch(titles);
+    // Removals are looked at from the event loop: the list also empties itself while the
+    // dialog is destroyed, when its names can no longer be read.
+    const QAbstractItemModel* model = lstImport_->model();
+    connect(model, &QAbstractItemModel::dataChanged, guard, &CodePageGuard::refresh);
+    connect(model, &QAbstractItemModel::rowsInserted, guard, &CodePageGuard::refresh);
+    connect(model, &QAbstractItemModel::rowsRemoved, guard, &CodePageGuard::refresh,
+            Qt::QueuedConnection);
+    connect(model, &QAbstractItemModel::modelReset, guard, &CodePageGuard::refresh,
+            Qt::QueuedConnection);
+    connect(guard, &CodePageGuard::holdsChanged, cmdOK_, &QPushButton::setEnabled);
+    buttons->insertWidget(0, guard->closestButton());
+
     auto* layout = new QGridLayout(this);
     layout->addWidget(fraSelect_, 0, 0);
     layout->addWidget(fraImport_, 0, 1);
-    layout->addLayout(buttons, 1, 0, 1, 2);
+    layout->addWidget(guard->note(), 1, 0, 1, 2);
+    layout->addLayout(buttons, 2, 0, 1, 2);
 
     const std::pair<zelcmd*, void (frmFile::*)()> handlers[] = {
         {cmdRefresh_, &frmFile::cmdRefresh_Click}, {cmdAdd_, &frmFile::cmdAdd_Click},

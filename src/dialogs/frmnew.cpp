@@ -10,6 +10,7 @@
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/apppath.h"
+#include "util/codepageguard.h"
 #include "util/conversions.h"
 #include "util/filedialog.h"
 #include "util/fileops.h"
@@ -115,9 +116,19 @@ void frmNew::buildControls() {
     buttons->addWidget(cmdCancel_);
     cmdOK_->setDefault(true);
 
+    // Title and author go into the index, the description into Package.txt: all code page
+    // 1252, so what it cannot hold is shown while typing and OK waits until it is replaced.
+    auto* guard = new CodePageGuard(this, main_.language());
+    guard->watchBox(txtTitel_, lblTitel_);
+    guard->watchBox(txtAutor_, lblAutor_);
+    guard->watchBox(txtComment_, lblComment_);
+    connect(guard, &CodePageGuard::holdsChanged, cmdOK_, &QPushButton::setEnabled);
+    buttons->insertWidget(0, guard->closestButton());
+
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(fraDir_);
     layout->addWidget(fraInfo_);
+    layout->addWidget(guard->note());
     layout->addLayout(buttons);
 }
 

@@ -10,6 +10,7 @@
 #include "settings/langtexts.h"
 #include "settings/language.h"
 #include "util/accessiblenames.h"
+#include "util/codepageguard.h"
 #include "util/conversions.h"
 #include "util/numberinput.h"
 #include "util/numbervalidator.h"
@@ -154,8 +155,14 @@ void frmSetting::buildControls() {
     buttons->addWidget(cmdCancel_);
     cmdOK_->setDefault(true);
 
+    titleGuard_ = new CodePageGuard(this, main_.language());
+    titleGuard_->watchBox(txtTitle_, label1_);
+    connect(titleGuard_, &CodePageGuard::holdsChanged, this, &frmSetting::enableOK);
+    buttons->insertWidget(0, titleGuard_->closestButton());
+
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(title);
+    layout->addWidget(titleGuard_->note());
     layout->addWidget(frame1_);
     layout->addLayout(buttons);
 
@@ -211,7 +218,8 @@ void frmSetting::chkPlace_Click() {
 
 void frmSetting::enableOK() {
     // An emptied box would fail the conversion on OK.
-    cmdOK_->setEnabled(!chkPlace_->isChecked() || txtPlace_->hasAcceptableInput());
+    cmdOK_->setEnabled((!chkPlace_->isChecked() || txtPlace_->hasAcceptableInput()) &&
+                       titleGuard_->holds());
 }
 
 void frmSetting::vscPlace_Change() {

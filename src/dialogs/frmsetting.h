@@ -15,6 +15,8 @@ class QTimer;
 
 namespace tavik {
 
+class CodePageGuard;
+
 class frmMain;
 
 // The properties of the announcement selected in the main window's list: title, whether its
@@ -81,6 +83,8 @@ private:
     QTimer* timer1_;
     QPushButton* cmdOK_;
     QPushButton* cmdCancel_;
+    // The title goes into the index: what code page 1252 cannot hold keeps OK refused.
+    CodePageGuard* titleGuard_ = nullptr;
 };
 
 } // namespace tavik

@@ -1,6 +1,7 @@
 #include "dialogs/soundimport.h"
 
 #include "package/clszeldb.h"
+#include "package/keysettings.h"
 #include "package/packagefolder.h"
 #include "package/packagesettings.h"
 #include "util/apppath.h"
@@ -112,6 +113,9 @@ QStringList ImportSoundFiles(const QList<ImportEntry>& entries, const QString& p
             store.SaveSetting(index, QString::number(count),
                               Variant::fromString(JoinIndexEntry(key, entry.Title)));
             store.SaveSetting(index, QString::fromUtf16(pkg::Count), Variant::fromLong(count));
+            // Settings an earlier, removed announcement left under the key are not the new
+            // sound's: it starts with the import's choices only.
+            ClearKeySettings(store, key);
             if (color)
                 store.SaveSetting(key, QString::fromUtf16(pkg::Color), Variant::fromLong(*color));
             keys << key;

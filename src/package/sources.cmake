@@ -10,6 +10,7 @@ list(APPEND TAVIK_CORE_SOURCES
     package/packagewatch.cpp
     package/packagefilewatch.cpp
     package/packagesettings.cpp
+    package/keysettings.cpp
     package/packagetext.cpp
     package/zeldbformat.cpp
     package/jsontextwriter.cpp

@@ -67,6 +67,7 @@ frmDienst::frmDienst(frmMain& main) : QMainWindow(&main, Qt::Window), main_(main
     buildMenus();
     buildExport();
     buildEditMenu();
+    buildTextGuards();
 
     timer1_ = new QTimer(this);
     timer1_->setObjectName(QStringLiteral("Timer1"));

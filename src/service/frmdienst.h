@@ -23,6 +23,7 @@ namespace tavik {
 enum class MsgResult;
 class PackageFileWatch;
 class SentenceTimeline;
+class CodePageGuard;
 class ReportList;
 class frmMain;
 class zelcmd;
@@ -214,6 +215,19 @@ private:
     void onClick(zelcmd* button, void (frmDienst::*handler)());
 
     void buildEditMenu();
+    // The texts the file keeps: the code page guard, the ID box's rule and the name box's note.
+    void buildTextGuards();
+    // Whether the service's texts hold in the code page; a message says what does not.
+    bool textsHold();
+    // Writes the service to `path`; when the opened service's ID changed, asks whether to
+    // rename it (its old file goes, all or nothing) or to save a copy. False when nothing was
+    // written (a message says why).
+    bool writeServiceFile(const QString& path);
+    // A time shift typed outside the 16-bit range: the message; the row kept its shift.
+    void refuseTimeShift(const QString& typed);
+    // Raises the runtime's subscript error, naming the sentence and `key`, when the package
+    // has no announcement of that key.
+    void requireAnnouncement(const SatzRecord& satz, const QString& key) const;
     // Records what the last handler changed as one step of undo; steps with the same
     // `mergeId` (typing in one box) become one.
     void noteChange(int mergeId = -1);
@@ -245,6 +259,7 @@ private:
     bool overwriteConfirmed_ = false;
     bool askingAboutChange_ = false;
     bool restoring_ = false;
+    CodePageGuard* textGuard_ = nullptr;
 
     QTabBar* ridDienst_ = nullptr;
     std::array<QWidget*, 4> picTab_{};

@@ -5,7 +5,6 @@
 
 #include "service/serviceeditorrules.h"
 #include "util/numberinput.h"
-#include "util/numbervalidator.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
 
@@ -23,26 +22,72 @@
 #include <QStyledItemDelegate>
 #include <QTabBar>
 #include <QVBoxLayout>
+#include <QValidator>
+#include <functional>
 
 namespace tavik {
 
 namespace {
 
 // Only the time shift of a target row is edited in place, and a positive number gets its "+".
-// The cell takes only what the 16-bit conversion on saving or playing the sentence takes, so a
-// shift that would fail there cannot be typed; an edit left empty or at a lone sign keeps the
-// shift the row had.
+// The cell takes only signs and digits, and every digit typed stays: a number outside what the
+// 16-bit conversion on saving or playing the sentence takes is refused with a message when the
+// edit is to end (Enter, or leaving the cell, where the row keeps its shift). An edit left
+// empty or at a lone sign keeps the shift too.
+class TimeShiftValidator : public QValidator {
+public:
+    TimeShiftValidator(QObject* parent, std::function<void(const QString&)> refuse)
+        : QValidator(parent), refuse_(std::move(refuse)) {}
+
+    State validate(QString& input, int& /*pos*/) const override {
+        switch (CheckWholeNumberInput(input, kIntegerMin, kIntegerMax)) {
+        case NumberInput::Acceptable:
+            return Acceptable;
+        case NumberInput::Intermediate:
+            return Intermediate;
+        case NumberInput::Invalid:
+            break;
+        }
+        // Digits past the range stay on screen, so the refusal names what was typed.
+        return outsideRange(input) ? Intermediate : Invalid;
+    }
+
+    // Asked when the edit is to end with a text that is not acceptable.
+    void fixup(QString& input) const override {
+        if (outsideRange(input))
+            refuse_(input);
+    }
+
+private:
+    static bool outsideRange(const QString& input) {
+        // Far past any shift; a number typed that long is refused as typed.
+        constexpr std::int64_t kTypedBound = std::int64_t(1) << 40;
+        return CheckWholeNumberInput(input, kIntegerMin, kIntegerMax) == NumberInput::Invalid &&
+               CheckWholeNumberInput(input, -kTypedBound, kTypedBound) == NumberInput::Acceptable;
+    }
+
+    std::function<void(const QString&)> refuse_;
+};
+
 class TimeShiftDelegate : public QStyledItemDelegate {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    TimeShiftDelegate(QObject* parent, std::function<void(const QString&)> refuse)
+        : QStyledItemDelegate(parent), refuse_(std::move(refuse)) {}
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override {
         if (index.column() != 0)
             return nullptr;
         QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
-        if (auto* line = qobject_cast<QLineEdit*>(editor))
-            line->setValidator(new WholeNumberValidator(kIntegerMin, kIntegerMax, line));
+        if (auto* line = qobject_cast<QLineEdit*>(editor)) {
+            // The message waits for the event loop: the edit may be closing, and a box
+            // opened inside that would end it a second time.
+            auto* self = const_cast<TimeShiftDelegate*>(this);
+            line->setValidator(new TimeShiftValidator(line, [self](const QString& typed) {
+                QMetaObject::invokeMethod(
+                    self, [self, typed] { self->refuse_(typed); }, Qt::QueuedConnection);
+            }));
+        }
         return editor;
     }
 
@@ -57,6 +102,9 @@ public:
             return;
         model->setData(index, TimeShiftAfterEdit(line->text()), Qt::EditRole);
     }
+
+private:
+    std::function<void(const QString&)> refuse_;
 };
 
 // A caption label; with a buddy its access key moves the focus there and it names that box.
@@ -170,7 +218,8 @@ void frmDienst::buildSentencePage() {
     lsvTarget_->setObjectName(QStringLiteral("lsvTarget"));
     lsvTarget_->AddColumn(QStringLiteral("Zeit (+/-)"), 1000);
     lsvTarget_->AddColumn(QStringLiteral("Titel"), kTargetTitleWidth);
-    lsvTarget_->setItemDelegate(new TimeShiftDelegate(lsvTarget_));
+    lsvTarget_->setItemDelegate(new TimeShiftDelegate(
+        lsvTarget_, [this](const QString& typed) { refuseTimeShift(typed); }));
     lsvTarget_->setEditTriggers(QAbstractItemView::DoubleClicked |
                                 QAbstractItemView::SelectedClicked |
                                 QAbstractItemView::EditKeyPressed);

@@ -94,6 +94,7 @@ void frmDienst::SaveIntoArray() {
     for (int r = 1; r <= lsvTarget_->Count(); ++r) {
         const ReportListItem* row = lsvTarget_->ListItems(r);
         rows.append({row->Text(), row->Tag()});
+        requireAnnouncement(Saetze()[CurrentSatz], row->Tag());
     }
     tavik::SaveIntoArray(Saetze()[CurrentSatz], rows, main_.table);
 }

@@ -63,9 +63,8 @@ void frmDienst::LoadItemToList() {
         item->setFlags(item->flags() | Qt::ItemIsEditable);
         item->SetTag(target.AnnouncementKey);
         // An announcement deleted from the package since the sentence was saved has no title.
+        requireAnnouncement(satz, target.AnnouncementKey);
         const std::int32_t a = FindAnnouncementByKey(main_.table, target.AnnouncementKey);
-        if (a < 0)
-            throw RuntimeError(rt::SubscriptOutOfRange);
         item->SetSubItems(1, main_.table.Announcements[a].Title);
     }
     ShowPage(2);
@@ -155,6 +154,8 @@ void frmDienst::playSentence(const SatzRecord& satz) {
     const QPointer<frmDienst> self(this);
     frmMain& main = main_;
     std::int16_t busy = 0;
+    for (std::int32_t j = 0; j <= playing.LastTarget && j < playing.Targets.size(); ++j)
+        requireAnnouncement(playing, playing.Targets[j].AnnouncementKey);
     IsPlaying = true;
     followPlay(playing);
     try {

@@ -177,6 +177,8 @@ bool frmDienst::MaySaveOrDiscard() {
 
 bool frmDienst::SaveService() {
     const Language& language = main_.language();
+    if (!textsHold())
+        return false;
     // Only what would lead its file out of the package is refused in an ID; an empty ID gives
     // the name "_._".
     if (!IsServiceId(txtID_->text())) {
@@ -219,7 +221,8 @@ bool frmDienst::SaveService() {
         const PackageWriteLock lock(main_.PackageFolder);
         if (!mayWriteOver(path))
             return false;
-        SaveToFile(path);
+        if (!writeServiceFile(path))
+            return false;
     } catch (const RuntimeError& error) {
         MsgBox(this,
                language.GetLangString(LangText::ServiceNotSaved,

@@ -4,6 +4,8 @@ list(APPEND TAVIK_CORE_SOURCES
     service/serviceeditorrules.cpp
     service/servicefile.cpp
     service/servicefiles.cpp
+    service/servicerename.cpp
+    service/serviceuses.cpp
     service/servicejson.cpp
     service/servicefromjson.cpp
     service/servicesentences.cpp
@@ -20,4 +22,6 @@ list(APPEND TAVIK_UI_SOURCES
     service/frmdienstwatch.cpp
     service/sentencetimeline.cpp
     service/frmdiensttimeline.cpp
+    service/frmdiensttexts.cpp
+    service/frmdienstmissing.cpp
 )

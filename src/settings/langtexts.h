@@ -146,6 +146,31 @@ inline constexpr std::int32_t TimelineBroken = 666;
 inline constexpr std::int32_t CheckFirstDetail = 530; // to 568
 // The runtime's text of error 91, which came after the others.
 inline constexpr std::int32_t RuntimeErrorObjectNotSet = 569;
+// Texts the files cannot hold (code page 1252): the note's heading, one character (%1 the
+// character, %2 its number U+..., %3 its place), the button that replaces them, and the
+// service editor's refusal to save (%1 the characters).
+inline constexpr std::int32_t CodePageNote = 600;
+inline constexpr std::int32_t CodePageCharacter = 601;
+inline constexpr std::int32_t ClosestLetters = 602;
+inline constexpr std::int32_t CodePageServiceNotSaved = 603;
+// Removing an announcement that services use: the heading (%1 the uses) and one use (%1 the
+// service's title, %2 its file, %3 the sentence's key, %4 its text).
+inline constexpr std::int32_t RemoveUsedBy = 604;
+inline constexpr std::int32_t RemoveUsedByLine = 605;
+// A sentence names an announcement the package lacks (%1 key, %2 text of the sentence,
+// %3 the announcement's key).
+inline constexpr std::int32_t SentenceAnnouncementMissing = 606;
+// A time shift outside the 16-bit range (%1 as typed).
+inline constexpr std::int32_t TimeShiftOutOfRange = 607;
+// The ID of an opened service changed (%1 old ID, %2 new ID, %3 old file, %4 new file), and
+// a rename that failed (%1 the error).
+inline constexpr std::int32_t RenameServiceQuestion = 608;
+inline constexpr std::int32_t RenameServiceFailed = 609;
+// The service list's name box: placeholder and tool tip.
+inline constexpr std::int32_t DisplayNamePlaceholder = 610;
+inline constexpr std::int32_t DisplayNameToolTip = 611;
+// "Readme" finds no readme file (%1 where it is looked for).
+inline constexpr std::int32_t ReadmeMissing = 612;
 } // namespace LangText
 
 struct LangTextUse {

@@ -50,6 +50,10 @@ QByteArray toCp1252(const QString& text) {
     return out;
 }
 
+bool Cp1252HoldsCharacter(char32_t c) {
+    return c == U'?' || (c <= 0xFFFF && !QChar::isSurrogate(c) && encodeOne(c) != '?');
+}
+
 bool CanHoldInCp1252(const QString& text) {
     // ASCII is held as it is; only other texts need the round trip.
     if (std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; }))

@@ -16,6 +16,9 @@ inline QString fromCp1252(const QByteArray& bytes) {
 // A character the code page cannot hold is written as "?".
 QByteArray toCp1252(const QString& text);
 
+// Whether the code page has a byte of its own for the character `c` (a code point).
+bool Cp1252HoldsCharacter(char32_t c);
+
 // Whether every character of `text` has a byte of its own in the code page, so writing it
 // loses nothing.
 bool CanHoldInCp1252(const QString& text);

@@ -1,6 +1,6 @@
 #include "jsonfields.h"
 
-#include "util/cp1252.h"
+#include "util/cp1252guard.h"
 
 #include <cmath>
 
@@ -12,8 +12,8 @@ namespace {
 QString textProblem(const JsonValue& value, const QString& text, qint64 maxBytes) {
     if (!value.isString())
         return QStringLiteral("not a text");
-    if (!CanHoldInCp1252(text))
-        return QStringLiteral("holds a character code page 1252 cannot hold");
+    if (const QString unheld = UnheldCharactersProblem(text); !unheld.isEmpty())
+        return unheld;
     if (text.size() > maxBytes)
         return QStringLiteral("longer than %1 bytes").arg(maxBytes);
     return {};

@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/bytereader.cpp
     util/conversions.cpp
     util/cp1252.cpp
+    util/cp1252guard.cpp
     util/fileops.cpp
     util/wholeread.cpp
     util/packagelock.cpp
@@ -29,6 +30,7 @@ endif()
 # and file dialogs every window asks through.
 list(APPEND TAVIK_UI_SOURCES
     util/accessiblenames.cpp
+    util/codepageguard.cpp
     util/filedialog.cpp
     util/inputbox.cpp
     util/listrows.cpp

@@ -23,4 +23,5 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/readable_rows_test.cpp
     app/packagedetails_undo_test.cpp
     app/listfilter_test.cpp
+    app/readme_test.cpp
 )

@@ -12,6 +12,8 @@ list(APPEND TAVIK_WIDGET_TESTS
     dialogs/dialogkeys_test.cpp
     dialogs/frmfile_test.cpp
     dialogs/frmnew_test.cpp
+    dialogs/codepage_dialogs_test.cpp
+    dialogs/newkey_clean_test.cpp
     dialogs/frmopen_test.cpp
     dialogs/frmsetting_test.cpp
     dialogs/import_writes_test.cpp

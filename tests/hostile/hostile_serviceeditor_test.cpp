@@ -145,6 +145,8 @@ TEST(HostileServiceEditor, AnIdThatLeadsOutOfThePackageIsRefusedAndNothingIsWrit
 
     // Another ID saves the service in the package, and nothing else changes.
     const auto before = host.around({QStringLiteral("Data/Linie/_000031._")});
+    // Asked whether the new ID renames the opened service, the user saves a copy.
+    host.answers.push_back(MsgResult::No);
     host.save(QStringLiteral("000031"));
     EXPECT_TRUE(ReadServiceFile(host.serviceFile(QStringLiteral("000031"))).ok());
     EXPECT_EQ(treeChanges(before, host.around({QStringLiteral("Data/Linie/_000031._")})),

@@ -89,6 +89,8 @@ TEST(frmDienstFiles, ThePropertiesPageSavesUnderItsIdNumberAndAnotherIdMakesASec
             .sentence(key.toLatin1(), "Gong Achtung an Gleis 1 ", {{"0000", 0}, {"0001", 0}});
     EXPECT_EQ(readAll(host.serviceFile(QStringLiteral("000000"))), expected);
 
+    // Asked whether the new ID renames the service, the user keeps a copy.
+    host.answers.push_back(MsgResult::No);
     saveService(editor, QStringLiteral("Linie 4"), QStringLiteral("000001"));
     EXPECT_EQ(readAll(host.serviceFile(QStringLiteral("000000"))), expected);
     QByteArray second = expected;
@@ -109,6 +111,8 @@ TEST(frmDienstFiles, AServiceWithAnEmptyTitleIsWrittenButNeverListed) {
     frmDienst* editor = host.openEditor();
     addSentence(editor);
     saveService(editor, QStringLiteral("Linie 4"), QStringLiteral("000001"));
+    // Saved without a name, as a copy under the new ID.
+    host.answers.insert(host.answers.end(), {MsgResult::Yes, MsgResult::No});
     saveService(editor, QString(), QStringLiteral("000002"));
     ASSERT_TRUE(QFile::exists(host.serviceFile(QStringLiteral("000002"))));
 

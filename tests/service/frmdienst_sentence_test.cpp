@@ -188,7 +188,9 @@ TEST(frmDienstSentence, ATimeShiftCellTakesOnlyASigned16BitNumber) {
     for (int i = 0; i < 4; ++i)
         addEntry(editor, 1);
     typeTimeShift(editor, 1, QStringLiteral("bald"));
+    // Out of range: refused with a message, and the digits are not cut to 4000.
     typeTimeShift(editor, 2, QStringLiteral("40000"));
+    typeTimeShift(editor, 2, QStringLiteral("4000"));
     typeTimeShift(editor, 3, QStringLiteral("--32768"));
     typeTimeShift(editor, 4, QStringLiteral("+1 2x.5"));
     EXPECT_EQ(columnTexts(editor->lsvTarget()), (QStringList{"0", "+4000", "-32768", "+125"}));

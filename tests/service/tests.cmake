@@ -13,6 +13,8 @@ list(APPEND TAVIK_WIDGET_TESTS
     service/frmdienst_test.cpp
     service/frmdienst_sentence_test.cpp
     service/frmdienst_files_test.cpp
+    service/frmdienst_texts_test.cpp
+    service/service_uses_test.cpp
     service/frmdienst_writes_test.cpp
     service/dienst_endtoend_test.cpp
     service/frmdienst_export_test.cpp

@@ -2,6 +2,7 @@ list(APPEND TAVIK_CORE_TESTS
     util/conversions_test.cpp
     util/cp1252_test.cpp
     util/jsontree_test.cpp
+    util/cp1252guard_test.cpp
     util/checkedwrite_test.cpp
     util/fileops_test.cpp
     util/pacer_test.cpp
