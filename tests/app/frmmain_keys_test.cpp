@@ -15,6 +15,8 @@
 
 #include <QAction>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
@@ -201,6 +203,13 @@ TEST(MainWindowKeys, CtrlNOpensTheNewPackageDialog) {
 
 TEST(MainWindowKeys, F1OpensTheReadMeOfTheHelpMenu) {
     KeyEditor editor;
+    // A readme to open: without one, Readme says that it is missing.
+    const QString readme = editor.language.GetLangFile(6);
+    QDir().mkpath(QFileInfo(readme).absolutePath());
+    QFile file(readme);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("Readme\r\n");
+    file.close();
     UrlCatcher catcher;
     QDesktopServices::setUrlHandler(QStringLiteral("file"), &catcher, "open");
     editor.pressOn(editor.main->cmdSave(), Qt::Key_F1);

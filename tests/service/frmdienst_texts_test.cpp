@@ -144,7 +144,10 @@ TEST(frmDienstTexts, ANewIdOfAnOpenedServiceRenamesItAsOneStepOnTheUsersWord) {
     QTest::mouseClick(editor->cmdSv(), Qt::LeftButton);
     ASSERT_TRUE(QFile::exists(host.serviceFile(QStringLiteral("000001"))));
 
+    // Yes to the rename; the folder in the old file's place is another program's change, and
+    // the user saves over it.
     host.answers.push_back(MsgResult::Yes);
+    host.answers.push_back(MsgResult::Save);
     editor->mnuSave()->trigger();
     retype(editor->txtID(), QStringLiteral("000009"));
     QTest::mouseClick(editor->cmdSv(), Qt::LeftButton);
@@ -178,7 +181,10 @@ TEST(frmDienstTexts, ARenameThatCannotRemoveTheOldFileChangesNothing) {
     ASSERT_TRUE(QFile::remove(old));
     ASSERT_TRUE(QDir().mkdir(old));
 
+    // Yes to the rename; the folder in the old file's place is another program's change, and
+    // the user saves over it.
     host.answers.push_back(MsgResult::Yes);
+    host.answers.push_back(MsgResult::Save);
     editor->mnuSave()->trigger();
     retype(editor->txtID(), QStringLiteral("000009"));
     QTest::mouseClick(editor->cmdSv(), Qt::LeftButton);
