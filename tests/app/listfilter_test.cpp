@@ -19,19 +19,6 @@ using tavik::test::EditorFixture;
 
 namespace {
 
-QStringList savedKeys(const QString& folder) {
-    clsZELDB store;
-    store.OpenIOFile(folder + QStringLiteral("/Package.io"));
-    QStringList keys;
-    const std::int16_t count = ReadIndexCount(store);
-    for (int i = 1; i <= count; ++i) {
-        const QString entry =
-            CStr(store.GetSetting(QStringLiteral("INDEX"), QString::number(i), QString()));
-        keys << entry.left(entry.indexOf(u'~'));
-    }
-    return keys;
-}
-
 struct FilteredPackage {
     EditorFixture editor{QStringLiteral("English.lng")};
     QString folder;
@@ -133,7 +120,7 @@ TEST(ListFilter, SaveWritesTheWholeListInItsOrderWhateverTheFilterShows) {
     p.type(QStringLiteral("gleis"));
     ASSERT_EQ(p.shownKeys(), (QStringList{"0001", "0003"}));
     QTest::mouseClick(p.editor.main->cmdSave(), Qt::LeftButton);
-    EXPECT_EQ(savedKeys(p.folder), order);
+    EXPECT_EQ(EditorFixture::savedKeys(p.folder), order);
     // The reload after the save keeps the filter on the new rows.
     EXPECT_EQ(p.shownKeys(), (QStringList{"0001", "0003"}));
     EXPECT_EQ(p.editor.column(0), order);

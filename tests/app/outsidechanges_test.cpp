@@ -36,20 +36,6 @@ QString readItem(const QString& folder, const QString& key, const QString& item)
     return CStr(store.GetSetting(key, item, QString()));
 }
 
-// The keys the saved index lists at positions 1 to Count.
-QStringList listedKeys(const QString& folder) {
-    clsZELDB store;
-    store.OpenIOFile(folder + QStringLiteral("/Package.io"));
-    QStringList keys;
-    const std::int16_t count = ReadIndexCount(store);
-    for (int i = 1; i <= count; ++i) {
-        const QString entry =
-            CStr(store.GetSetting(QStringLiteral("INDEX"), QString::number(i), QString()));
-        keys << entry.left(entry.indexOf(u'~'));
-    }
-    return keys;
-}
-
 bool hasDuplicates(const QStringList& keys) {
     return QSet<QString>(keys.cbegin(), keys.cend()).size() != keys.size();
 }
@@ -101,7 +87,7 @@ TEST(OutsideChanges, AnOutsideImportIsListedAndSavingKeepsIt) {
     ASSERT_EQ(tool({"import", p.folder, sound, "--title", "Neu"}).code, 0);
     ASSERT_TRUE(QTest::qWaitFor([&] { return p.editor.column(1).contains("Neu"); }, kWaitMs));
     QTest::mouseClick(p.editor.main->cmdSave(), Qt::LeftButton);
-    EXPECT_EQ(listedKeys(p.folder), (QStringList{"0000", "0001", "0002", "0003"}));
+    EXPECT_EQ(EditorFixture::savedKeys(p.folder), (QStringList{"0000", "0001", "0002", "0003"}));
 }
 
 TEST(OutsideChanges, SaveRightAfterAnOutsideChangeAsksBeforeWritingOverIt) {
@@ -150,8 +136,9 @@ TEST(OutsideChanges, WithUnsavedChangesSaveMineWritesTheListOverTheirs) {
     p.editor.answers.push_back(MsgResult::Save);
     ASSERT_EQ(tool({"set", p.folder, "INDEX", "1", "0002~Anders"}).code, 0);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !p.editor.messages.empty(); }, kWaitMs));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return listedKeys(p.folder).value(0) == "0001"; }, kWaitMs));
-    EXPECT_EQ(listedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return EditorFixture::savedKeys(p.folder).value(0) == "0001"; }, kWaitMs));
+    EXPECT_EQ(EditorFixture::savedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
     EXPECT_EQ(p.editor.messages.size(), 1u);
 }
 
@@ -167,7 +154,7 @@ TEST(OutsideChanges, AServiceFileWrittenBesideTheListNeitherReloadsNorAsks) {
     // Saving the list writes only the index: nothing of the service's to show first.
     QTest::mouseClick(p.editor.main->cmdSave(), Qt::LeftButton);
     EXPECT_TRUE(p.editor.messages.empty());
-    EXPECT_EQ(listedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
+    EXPECT_EQ(EditorFixture::savedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
 }
 
 TEST(OutsideChanges, TheEditorsOwnSaveIsNoOutsideChange) {
@@ -179,7 +166,7 @@ TEST(OutsideChanges, TheEditorsOwnSaveIsNoOutsideChange) {
     EXPECT_TRUE(p.editor.messages.empty());
     EXPECT_FALSE(p.reloadedSaid());
     EXPECT_FALSE(p.editor.main->HasUnsavedChanges());
-    EXPECT_EQ(listedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
+    EXPECT_EQ(EditorFixture::savedKeys(p.folder), (QStringList{"0001", "0000", "0002"}));
 }
 
 TEST(OutsideChanges, ASecondEditorIsToldThatThePackageIsOpenElsewhere) {
@@ -204,7 +191,7 @@ TEST(OutsideChanges, RemoveThenImportWithoutSavingGivesANewKey) {
     const QString sound = p.editor.root.file(QStringLiteral("neu.wav"));
     ASSERT_TRUE(writeTone(sound, 400, 8000));
     p.importSound(sound);
-    const QStringList keys = listedKeys(p.folder);
+    const QStringList keys = EditorFixture::savedKeys(p.folder);
     EXPECT_FALSE(hasDuplicates(keys)) << keys.join(u' ').toStdString();
     EXPECT_TRUE(keys.contains(QStringLiteral("0003"))) << keys.join(u' ').toStdString();
 }
@@ -244,7 +231,7 @@ TEST(OutsideChanges, RandomRemovesImportsSavesAndOutsideDeletionsNeverListAKeyTw
                 break;
             }
             }
-            const QStringList keys = listedKeys(p.folder);
+            const QStringList keys = EditorFixture::savedKeys(p.folder);
             ASSERT_FALSE(hasDuplicates(keys)) << "sequence " << sequence << " step " << step << ": "
                                               << keys.join(u' ').toStdString();
             ASSERT_FALSE(hasDuplicates(p.editor.column(0)))

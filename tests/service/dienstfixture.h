@@ -10,7 +10,9 @@
 #include "util/zelcmd.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QListWidget>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -69,6 +71,24 @@ struct DienstHost : EditorFixture {
 inline void press(frmDienst* editor, QAbstractButton* button) {
     editor->Timer1_Timer();
     button->click();
+}
+
+// Opens the service listed under `title` as the user does: the open page, a click on its row,
+// "Öffnen". False (and a test failure) when no single row has that title.
+inline bool openServiceTitled(frmDienst* editor, const QString& title) {
+    editor->mnuOpen()->trigger();
+    editor->cmdRefresh()->click();
+    QListWidget* list = editor->lstOpen();
+    const QList<QListWidgetItem*> found = list->findItems(title, Qt::MatchExactly);
+    if (found.size() != 1) {
+        ADD_FAILURE() << "no single service titled " << title.toStdString();
+        return false;
+    }
+    list->setCurrentItem(found[0]);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(found[0]).center());
+    press(editor, editor->cmdOpen());
+    return true;
 }
 
 // A double click as the system delivers it: the first click, then the double click.

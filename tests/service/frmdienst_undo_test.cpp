@@ -19,6 +19,7 @@
 using namespace tavik;
 using tavik::test::columnTexts;
 using tavik::test::DienstHost;
+using tavik::test::openServiceTitled;
 using tavik::test::press;
 using tavik::test::readAll;
 using tavik::test::ServiceBytes;
@@ -50,18 +51,6 @@ void saveWithTitle(frmDienst* editor, const QString& title) {
     editor->mnuSave()->trigger();
     type(editor->txtTitle(), title);
     QTest::mouseClick(editor->cmdSv(), Qt::LeftButton);
-}
-
-void openService(frmDienst* editor, const QString& title) {
-    editor->mnuOpen()->trigger();
-    editor->cmdRefresh()->click();
-    QListWidget* list = editor->lstOpen();
-    const QList<QListWidgetItem*> found = list->findItems(title, Qt::MatchExactly);
-    ASSERT_EQ(found.size(), 1) << title.toStdString();
-    list->setCurrentItem(found[0]);
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                      list->visualItemRect(found[0]).center());
-    press(editor, editor->cmdOpen());
 }
 
 // Every error `tavik check` finds in the service files of the package.
@@ -229,7 +218,7 @@ TEST(frmDienstUndo, DuplicateSentenceKeysAreReportedOnceAndEachSentenceKeepsItsE
         << checkErrors(host).join(u'\n').toStdString();
     frmDienst* editor = host.openEditor();
     host.messages.clear();
-    openService(editor, QStringLiteral("Doppelt"));
+    openServiceTitled(editor, QStringLiteral("Doppelt"));
     ASSERT_EQ(host.messages.size(), 1u);
     EXPECT_TRUE(host.messages[0].text.contains(QStringLiteral("4711")));
     const QStringList keys = columnTexts(editor->lsvDienst());
@@ -284,7 +273,7 @@ TEST(frmDienstUndo, EveryKindOfServiceTheEditorWritesIsReadBackAndPassesTheCheck
     host.answers.push_back(MsgResult::Yes);
     save(QString());
     // A shorter service written over a longer one of its own.
-    openService(editor, QStringLiteral("Mehrere"));
+    openServiceTitled(editor, QStringLiteral("Mehrere"));
     editor->lsvDienst()->ListItems(1)->SetSelected(true);
     press(editor, editor->cmdRem());
     editor->mnuSave()->trigger();

@@ -17,6 +17,7 @@
 
 using namespace tavik;
 using tavik::test::DienstHost;
+using tavik::test::openServiceTitled;
 using tavik::test::press;
 using tavik::test::readAll;
 using tavik::test::ServiceBytes;
@@ -67,18 +68,7 @@ struct OpenService {
         host.root.write(QStringLiteral("Data/Linie/_000005._"), serviceTitled("Linie 5"));
         file = host.serviceFile(kId);
         editor = host.openEditor();
-        editor->mnuOpen()->trigger();
-        editor->cmdRefresh()->click();
-        QListWidget* list = editor->lstOpen();
-        const QList<QListWidgetItem*> found =
-            list->findItems(QStringLiteral("Linie 5"), Qt::MatchExactly);
-        EXPECT_EQ(found.size(), 1);
-        if (found.isEmpty())
-            return;
-        list->setCurrentItem(found[0]);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                          list->visualItemRect(found[0]).center());
-        press(editor, editor->cmdOpen());
+        openServiceTitled(editor, QStringLiteral("Linie 5"));
         host.messages.clear();
     }
     // An unsaved change: a second sentence.

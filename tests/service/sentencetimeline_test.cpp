@@ -20,6 +20,7 @@
 
 using namespace tavik;
 using tavik::test::DienstHost;
+using tavik::test::openServiceTitled;
 using tavik::test::press;
 using tavik::test::ServiceBytes;
 using Entry = DienstHost::Entry;
@@ -58,18 +59,7 @@ struct ServiceShown {
         host.root.write(QStringLiteral("Data/Linie/_000003._"), bytes);
         editor = host.openEditor();
         editor->resize(800, 600);
-        editor->mnuOpen()->trigger();
-        editor->cmdRefresh()->click();
-        QListWidget* list = editor->lstOpen();
-        const QList<QListWidgetItem*> found =
-            list->findItems(QStringLiteral("Zeiten"), Qt::MatchExactly);
-        EXPECT_EQ(found.size(), 1);
-        if (found.isEmpty())
-            return;
-        list->setCurrentItem(found[0]);
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                          list->visualItemRect(found[0]).center());
-        press(editor, editor->cmdOpen());
+        openServiceTitled(editor, QStringLiteral("Zeiten"));
     }
     void select(int row) {
         ReportList* list = editor->lsvDienst();

@@ -12,6 +12,7 @@
 
 using namespace tavik;
 using tavik::test::DienstHost;
+using tavik::test::openServiceTitled;
 using tavik::test::press;
 using tavik::test::ServiceBytes;
 using Entry = DienstHost::Entry;
@@ -36,15 +37,6 @@ void writeServices(DienstHost& host) {
                         .header("Linie 7", "Tavik", "Sonntags", "000007")
                         .count(1)
                         .sentence("1234", "Achtung an Gleis 1 Zug ", {{"0001", 0}, {"0007", 0}}));
-}
-
-void openService(frmDienst* editor, const QString& title) {
-    editor->mnuOpen()->trigger();
-    const QList<QListWidgetItem*> found = editor->lstOpen()->findItems(title, Qt::MatchExactly);
-    ASSERT_EQ(found.size(), 1);
-    editor->lstOpen()->setCurrentItem(found.front());
-    editor->lstOpen_Click();
-    press(editor, editor->cmdOpen());
 }
 
 } // namespace
@@ -87,7 +79,7 @@ TEST(ServiceUses, EditingASentenceWhoseAnnouncementIsMissingNamesKeyAndSentence)
     DienstHost host(station());
     writeServices(host);
     frmDienst* editor = host.openEditor();
-    openService(editor, QStringLiteral("Linie 7"));
+    openServiceTitled(editor, QStringLiteral("Linie 7"));
     ASSERT_EQ(editor->lsvDienst()->Count(), 1);
     editor->lsvDienst()->ListItems(1)->SetSelected(true);
     host.errors.clear();
@@ -104,7 +96,7 @@ TEST(ServiceUses, PlayingASentenceWhoseAnnouncementIsMissingNamesKeyAndSentence)
     DienstHost host(station());
     writeServices(host);
     frmDienst* editor = host.openEditor();
-    openService(editor, QStringLiteral("Linie 7"));
+    openServiceTitled(editor, QStringLiteral("Linie 7"));
     editor->lsvDienst()->ListItems(1)->SetSelected(true);
     editor->Timer1_Timer();
     host.errors.clear();

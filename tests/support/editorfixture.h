@@ -12,6 +12,7 @@
 #include "support/buildpaths.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
+#include "util/conversions.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 #include "util/tickcount.h"
@@ -106,6 +107,20 @@ public:
                           Variant::fromLong(position));
         store.SaveIOFile(folder + QStringLiteral("/Package.io"));
         return folder;
+    }
+
+    // The keys the package index in `folder` lists at "INDEX" positions 1 to "Count", in order.
+    static QStringList savedKeys(const QString& folder) {
+        clsZELDB store;
+        store.OpenIOFile(folder + QStringLiteral("/Package.io"));
+        QStringList keys;
+        const std::int16_t count = ReadIndexCount(store);
+        for (int i = 1; i <= count; ++i) {
+            const QString entry =
+                CStr(store.GetSetting(QStringLiteral("INDEX"), QString::number(i), QString()));
+            keys << entry.left(entry.indexOf(u'~'));
+        }
+        return keys;
     }
 
     // Runs start-up and loads the package in `folder`, as the open dialog hands it over.
