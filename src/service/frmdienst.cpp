@@ -18,6 +18,7 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -82,7 +83,14 @@ frmDienst::frmDienst(frmMain& main) : QMainWindow(&main, Qt::Window), main_(main
     PlaceOnOwner(this, &main_);
 }
 
-frmDienst::~frmDienst() = default;
+frmDienst::~frmDienst() {
+    // The lists are deleted after this part of the window, and their last signals (the rows
+    // cleared) must not reach it.
+    if (lsvDienst_) {
+        lsvDienst_->model()->disconnect(this);
+        lsvDienst_->selectionModel()->disconnect(this);
+    }
+}
 
 void frmDienst::FormLoad() {
     ApplyLanguage(this, objectName(), main_.language().LanguageFile);
