@@ -3,6 +3,7 @@
 #include "app/listcommands.h"
 #include "app/setasidefiles.h"
 #include "app/tavikapplication.h"
+#include "app/undomenu.h"
 #include "dialogs/frmsetting.h"
 #include "dialogs/packagecommands.h"
 #include "package/packagefolder.h"
@@ -19,10 +20,8 @@
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
-#include <QKeySequence>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QSet>
 #include <QUndoStack>
 
@@ -54,31 +53,13 @@ QSet<QString> keysOnDisk(const QString& indexFile) {
 void frmMain::buildEditMenu() {
     undoStack_ = new QUndoStack(this);
     setAside_ = std::make_unique<SetAsideFiles>();
-    mnuEdit_ = menuBar()->addMenu(QStringLiteral("Bea&rbeiten"));
-    mnuEdit_->setObjectName(QStringLiteral("mnuEdit"));
-    mnuUndo_ = mnuEdit_->addAction(QStringLiteral("&Rückgängig"));
-    mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
-    mnuUndo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Z)});
-    mnuRedo_ = mnuEdit_->addAction(QStringLiteral("&Wiederherstellen"));
-    mnuRedo_->setObjectName(QStringLiteral("mnuRedo"));
-    mnuRedo_->setShortcuts(
-        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
-    for (QAction* action : {mnuUndo_, mnuRedo_}) {
-        action->setShortcutContext(Qt::WindowShortcut);
-        action->setEnabled(false);
-        // Also while the menu bar is hidden by a platform.
-        addAction(action);
-    }
-    connect(mnuUndo_, &QAction::triggered, this,
-            [this] { RunHandler([this] { undoStack_->undo(); }); });
-    connect(mnuRedo_, &QAction::triggered, this,
-            [this] { RunHandler([this] { undoStack_->redo(); }); });
-    connect(undoStack_, &QUndoStack::canUndoChanged, mnuUndo_, &QAction::setEnabled);
-    connect(undoStack_, &QUndoStack::canRedoChanged, mnuRedo_, &QAction::setEnabled);
+    const UndoMenu edit = AddUndoMenu(*this, *undoStack_);
+    mnuEdit_ = edit.menu;
+    mnuUndo_ = edit.undo;
+    mnuRedo_ = edit.redo;
+    // The menu names the step it undoes or redoes.
     connect(undoStack_, &QUndoStack::undoTextChanged, this, [this] { ApplyEditTexts(); });
     connect(undoStack_, &QUndoStack::redoTextChanged, this, [this] { ApplyEditTexts(); });
-    connect(undoStack_, &QUndoStack::cleanChanged, this,
-            [this](bool clean) { setWindowModified(!clean); });
     // The language file's caption replaces the title: the mark's place comes back with it.
     connect(this, &QWidget::windowTitleChanged, this, [this] { ApplyEditTexts(); });
     ApplyEditTexts();

@@ -16,6 +16,7 @@ list(APPEND TAVIK_UI_SOURCES
     app/listcommands.cpp
     app/listfilterbar.cpp
     app/tavikapplication.cpp
+    app/undomenu.cpp
 )
 list(APPEND TAVIK_CORE_SOURCES
     app/setasidefiles.cpp

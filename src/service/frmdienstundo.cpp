@@ -3,7 +3,7 @@
 #include "service/frmdienst.h"
 
 #include "app/frmmain.h"
-#include "app/tavikapplication.h"
+#include "app/undomenu.h"
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
 #include "settings/langtexts.h"
@@ -20,7 +20,6 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPointer>
 #include <QUndoCommand>
 #include <QUndoStack>
@@ -71,27 +70,10 @@ bool samePath(const QString& a, const QString& b) {
 
 void frmDienst::buildEditMenu() {
     undoStack_ = new QUndoStack(this);
-    QMenu* edit = menuBar()->addMenu(QStringLiteral("Bea&rbeiten"));
-    edit->setObjectName(QStringLiteral("mnuEdit"));
-    mnuUndo_ = edit->addAction(QStringLiteral("&Rückgängig"));
-    mnuUndo_->setObjectName(QStringLiteral("mnuUndo"));
-    mnuUndo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Z)});
-    mnuRedo_ = edit->addAction(QStringLiteral("&Wiederherstellen"));
-    mnuRedo_->setObjectName(QStringLiteral("mnuRedo"));
-    mnuRedo_->setShortcuts(
-        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
-    for (QAction* action : {mnuUndo_, mnuRedo_}) {
-        action->setEnabled(false);
-        addAction(action);
-    }
-    connect(mnuUndo_, &QAction::triggered, this,
-            [this] { RunHandler([this] { undoStack_->undo(); }); });
-    connect(mnuRedo_, &QAction::triggered, this,
-            [this] { RunHandler([this] { undoStack_->redo(); }); });
-    connect(undoStack_, &QUndoStack::canUndoChanged, mnuUndo_, &QAction::setEnabled);
-    connect(undoStack_, &QUndoStack::canRedoChanged, mnuRedo_, &QAction::setEnabled);
-    connect(undoStack_, &QUndoStack::cleanChanged, this,
-            [this](bool clean) { setWindowModified(!clean); });
+    const UndoMenu undoMenu = AddUndoMenu(*this, *undoStack_);
+    QMenu* edit = undoMenu.menu;
+    mnuUndo_ = undoMenu.undo;
+    mnuRedo_ = undoMenu.redo;
     // Typing in one box is one step until another box or command is used.
     int mergeId = 1;
     for (QLineEdit* box : {txtTitle_, txtAutor_, txtComment_, txtID_})
