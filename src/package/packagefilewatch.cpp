@@ -1,5 +1,6 @@
 #include "package/packagefilewatch.h"
 
+#include "package/packagewatch.h"
 #include "util/apppath.h"
 
 #include <QDir>
@@ -26,11 +27,7 @@ bool sameContent(const PackageFileState& a, const PackageFileState& b) {
 
 PackageFileWatch::PackageFileWatch(QObject* parent)
     : QObject(parent), watcher_(new QFileSystemWatcher(this)), settleTimer_(new QTimer(this)) {
-    settleTimer_->setSingleShot(true);
-    settleTimer_->setInterval(kSettleMs);
-    connect(watcher_, &QFileSystemWatcher::directoryChanged, settleTimer_,
-            qOverload<>(&QTimer::start));
-    connect(watcher_, &QFileSystemWatcher::fileChanged, settleTimer_, qOverload<>(&QTimer::start));
+    SettleAfterChanges(*watcher_, *settleTimer_, kSettleMs);
     connect(settleTimer_, &QTimer::timeout, this, &PackageFileWatch::settle);
 }
 
@@ -46,21 +43,17 @@ void PackageFileWatch::follow(const QString& path) {
     rewatch();
 }
 
-bool PackageFileWatch::changed() const {
-    return !path_.isEmpty() && !sameContent(loaded_, now());
-}
-
-bool PackageFileWatch::exists() const {
-    return !path_.isEmpty() && now().stamp.exists;
+PackageFileWatch::Look PackageFileWatch::look() const {
+    if (path_.isEmpty())
+        return {};
+    const PackageFileState state = now();
+    return {!sameContent(loaded_, state), state.stamp.exists,
+            hasShown_ && sameContent(shown_, state)};
 }
 
 void PackageFileWatch::markShown() {
     shown_ = now();
     hasShown_ = true;
-}
-
-bool PackageFileWatch::alreadyShown() const {
-    return hasShown_ && sameContent(shown_, now());
 }
 
 void PackageFileWatch::rewatch() {
@@ -83,7 +76,8 @@ void PackageFileWatch::rewatch() {
 
 void PackageFileWatch::settle() {
     rewatch();
-    if (changed() && !alreadyShown())
+    const Look state = look();
+    if (state.changed && !state.alreadyShown)
         Q_EMIT changedOnDisk();
 }
 

@@ -22,14 +22,18 @@ public:
     void follow(const QString& path);
     const QString& path() const { return path_; }
 
-    // Whether the file's bytes, or its being there at all, differ from what the window read
-    // or wrote. A file written again with the same bytes has not changed.
-    bool changed() const;
-    // Whether the followed file is on disk now.
-    bool exists() const;
+    // The followed file as it is now, from one reading of it: whether its bytes, or its being
+    // there at all, differ from what the window read or wrote (the same bytes written again are
+    // no change), whether it is there, and whether this state was shown already.
+    struct Look {
+        bool changed = false;
+        bool exists = false;
+        bool alreadyShown = false;
+    };
+    Look look() const;
+    bool changed() const { return look().changed; }
     // The window showed the change: the same state is not announced again.
     void markShown();
-    bool alreadyShown() const;
 
     static constexpr int kSettleMs = 200;
 

@@ -10,13 +10,18 @@
 
 namespace tavik {
 
+void SettleAfterChanges(QFileSystemWatcher& watcher, QTimer& timer, int settleMs) {
+    timer.setSingleShot(true);
+    timer.setInterval(settleMs);
+    QObject::connect(&watcher, &QFileSystemWatcher::directoryChanged, &timer,
+                     qOverload<>(&QTimer::start));
+    QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &timer,
+                     qOverload<>(&QTimer::start));
+}
+
 PackageWatch::PackageWatch(QObject* parent)
     : QObject(parent), watcher_(new QFileSystemWatcher(this)), settleTimer_(new QTimer(this)) {
-    settleTimer_->setSingleShot(true);
-    settleTimer_->setInterval(kSettleMs);
-    connect(watcher_, &QFileSystemWatcher::directoryChanged, settleTimer_,
-            qOverload<>(&QTimer::start));
-    connect(watcher_, &QFileSystemWatcher::fileChanged, settleTimer_, qOverload<>(&QTimer::start));
+    SettleAfterChanges(*watcher_, *settleTimer_, kSettleMs);
     connect(settleTimer_, &QTimer::timeout, this, &PackageWatch::settle);
 }
 

@@ -13,6 +13,10 @@ class QTimer;
 
 namespace tavik {
 
+// Starts `timer` anew at every change `watcher` reports, so that it times out once the changes
+// have settled for `settleMs` (a writer often touches several files in a row).
+void SettleAfterChanges(QFileSystemWatcher& watcher, QTimer& timer, int settleMs);
+
 // Follows the files of the package a window has open: remembers what they were when it loaded
 // them, watches the folder and the files for changes by other programs, and holds the
 // package's "open" lock, so that a second editor on the same package learns who has it open.

@@ -46,8 +46,10 @@ bool frmDienst::mayWriteOver(const QString& path) {
     // Only the opened file is ours to compare; another file under the chosen ID was asked
     // about already. A file another program removed loses nothing when written again.
     if (overwriteConfirmed_ || !serviceWatch_ || openedPath_.isEmpty() ||
-        QFileInfo(path).absoluteFilePath() != QFileInfo(openedPath_).absoluteFilePath() ||
-        !serviceWatch_->changed() || !serviceWatch_->exists())
+        QFileInfo(path).absoluteFilePath() != QFileInfo(openedPath_).absoluteFilePath())
+        return true;
+    const PackageFileWatch::Look state = serviceWatch_->look();
+    if (!state.changed || !state.exists)
         return true;
     switch (askAboutServiceChange()) {
     case MsgResult::Save:
@@ -91,8 +93,10 @@ void frmDienst::reloadService() {
 }
 
 void frmDienst::onServiceChangedOnDisk() {
-    if (askingAboutChange_ || !serviceWatch_ || openedPath_.isEmpty() ||
-        !serviceWatch_->changed() || serviceWatch_->alreadyShown())
+    if (askingAboutChange_ || !serviceWatch_ || openedPath_.isEmpty())
+        return;
+    const PackageFileWatch::Look state = serviceWatch_->look();
+    if (!state.changed || state.alreadyShown)
         return;
     // Not while a dialog is open, a sentence plays or is being edited, or a save or open page
     // is shown: the change is looked at once the user is back at the service.
@@ -101,7 +105,7 @@ void frmDienst::onServiceChangedOnDisk() {
                            [this] { RunHandler([this] { onServiceChangedOnDisk(); }); });
         return;
     }
-    if (!serviceWatch_->exists()) {
+    if (!state.exists) {
         // Nothing to read again: the service lives on in the window only, so closing asks.
         serviceWatch_->markShown();
         undoStack_->resetClean();
