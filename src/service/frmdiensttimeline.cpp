@@ -29,7 +29,8 @@ SentenceTimeline* frmDienst::buildTimeline(QWidget* parent) {
 }
 
 void frmDienst::refreshTimeline() {
-    if (!timeline_)
+    // A step of undo rebuilds the list row by row and draws the timeline once at its end.
+    if (!timeline_ || restoring_)
         return;
     const Language& language = main_.language();
     timeline_->setAccessibleName(
