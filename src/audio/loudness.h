@@ -1,36 +1,13 @@
 #pragma once
 
-#include <QList>
+#include "package/soundloudness.h"
+
 #include <QString>
 #include <optional>
 
 namespace tavik {
 
-// A sound's loudness as broadcasters measure it (EBU R 128): its integrated loudness in LUFS
-// and its true peak in dBTP. A silent sound has no integrated loudness.
-struct Loudness {
-    std::optional<double> integratedLufs;
-    double truePeakDbtp = -200.0;
-};
-
 // Measures the whole of a sound file; nothing when it cannot be read as sound.
 std::optional<Loudness> MeasureLoudness(const QString& path);
-
-// One announcement's loudness against its package's.
-struct LoudnessVerdict {
-    QString key;
-    Loudness loudness;
-    bool farFromMedian = false; // more than kLoudnessSpreadLu from the package's median
-    bool peakTooHigh = false;   // a true peak above kLoudnessPeakLimitDbtp
-};
-
-inline constexpr double kLoudnessSpreadLu = 3.0;
-inline constexpr double kLoudnessPeakLimitDbtp = -1.0;
-
-// The median of the integrated loudness of every sound that has one; nothing when none has.
-std::optional<double> MedianLoudness(const QList<Loudness>& sounds);
-
-// Judges each measured sound against the median of all of them.
-QList<LoudnessVerdict> JudgeLoudness(const QList<QString>& keys, const QList<Loudness>& sounds);
 
 } // namespace tavik

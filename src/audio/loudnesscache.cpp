@@ -63,15 +63,22 @@ void LoudnessCache::load() {
 }
 
 std::optional<Loudness> LoudnessCache::loudnessOf(const QString& path) {
-    if (!loaded_)
-        load();
     const QString key = keyOf(path);
-    const auto found = entries_.constFind(key);
-    if (found != entries_.cend())
-        return *found;
+    // A name with a tab or a line break would split its line in the file and could pose as
+    // another file's line: such a sound is measured every time instead.
+    const bool storable = !key.contains(u'\n') && !key.contains(u'\r') && key.count(u'\t') == 2;
+    {
+        const QMutexLocker lock(&mutex_);
+        if (!loaded_)
+            load();
+        const auto found = entries_.constFind(key);
+        if (found != entries_.cend())
+            return *found;
+    }
     const std::optional<Loudness> measured = MeasureLoudness(path);
     ++measured_;
-    if (measured) {
+    if (measured && storable) {
+        const QMutexLocker lock(&mutex_);
         entries_.insert(key, *measured);
         dirty_ = true;
     }
@@ -79,6 +86,7 @@ std::optional<Loudness> LoudnessCache::loudnessOf(const QString& path) {
 }
 
 void LoudnessCache::save() {
+    const QMutexLocker lock(&mutex_);
     if (!dirty_ || file_.isEmpty())
         return;
     QDir().mkpath(QFileInfo(file_).absolutePath());

@@ -3,7 +3,9 @@
 #include "audio/loudness.h"
 
 #include <QHash>
+#include <QMutex>
 #include <QString>
+#include <atomic>
 
 namespace tavik {
 
@@ -16,7 +18,8 @@ public:
     explicit LoudnessCache(QString file);
     ~LoudnessCache();
 
-    // From the cache, or measured now; nothing when the file is no sound.
+    // From the cache, or measured now; nothing when the file is no sound. Safe to call from
+    // several threads at once: sounds are measured outside the lock.
     std::optional<Loudness> loudnessOf(const QString& path);
     // How many sounds were measured (not found in the cache) so far.
     int measured() const { return measured_; }
@@ -29,10 +32,11 @@ private:
     void load();
 
     QString file_;
+    QMutex mutex_;
     QHash<QString, Loudness> entries_;
     bool loaded_ = false;
     bool dirty_ = false;
-    int measured_ = 0;
+    std::atomic<int> measured_ = 0;
 };
 
 } // namespace tavik

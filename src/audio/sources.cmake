@@ -14,6 +14,7 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/waveform.cpp
     audio/loudness.cpp
     audio/loudnesscache.cpp
+    audio/loudnessmeter.cpp
     audio/sequenceplayer.cpp
     audio/soundcheck.cpp
     audio/soundfile.cpp

@@ -1,5 +1,6 @@
 #include "tool.h"
 
+#include "audio/loudnessmeter.h"
 #include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "audio/systembackend.h"
@@ -10,6 +11,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <cmath>
 
 namespace tavik::cli {
 
@@ -40,13 +42,37 @@ QString findingLine(const Finding& f) {
            findingMessage(f);
 }
 
+// Two decimals are more than a meter's precision; rounding keeps the JSON readable.
+double rounded(double value) {
+    return std::round(value * 100.0) / 100.0;
+}
+
+QJsonObject loudnessToJson(const LoudnessCheck& check) {
+    QJsonArray announcements;
+    for (const AnnouncementLoudness& a : check.announcements) {
+        const Loudness& l = a.loudness;
+        announcements.append(QJsonObject{
+            {"key", a.key},
+            {"position", a.position},
+            {"file", a.file},
+            {"integratedLufs", l.integratedLufs ? QJsonValue(rounded(*l.integratedLufs))
+                                                : QJsonValue(QJsonValue::Null)},
+            {"truePeakDbtp", l.truePeakDbtp > -200.0 ? QJsonValue(rounded(l.truePeakDbtp))
+                                                     : QJsonValue(QJsonValue::Null)}});
+    }
+    return QJsonObject{{"medianLufs", check.medianLufs ? QJsonValue(rounded(*check.medianLufs))
+                                                       : QJsonValue(QJsonValue::Null)},
+                       {"announcements", announcements}};
+}
+
 } // namespace
 
 int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     QStringList rest = args;
     const bool json = rest.removeAll(QStringLiteral("--json")) > 0;
+    const bool loudness = rest.removeAll(QStringLiteral("--no-loudness")) == 0;
     if (rest.size() != 1) {
-        err << "usage: tavik check PACKAGE [--json]\n";
+        err << "usage: tavik check PACKAGE [--json] [--no-loudness]\n";
         return 2;
     }
     const QString& folder = rest[0];
@@ -61,7 +87,9 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
     PackageCheck check;
     try {
         MciPackageSounds sounds(mci);
-        check = CheckPackage(folder, sounds);
+        LoudnessCache cache;
+        CachedLoudnessMeter meter(cache);
+        check = CheckPackage(folder, sounds, loudness ? &meter : nullptr);
     } catch (const RuntimeError& e) {
         return failRuntime(err, folder, e);
     }
@@ -70,10 +98,11 @@ int checkCommand(const QStringList& args, QTextStream& out, QTextStream& err) {
         QJsonArray findings;
         for (const Finding& f : check.findings)
             findings.append(findingToJson(f));
-        out << QJsonDocument(QJsonObject{{"package", folder},
-                                         {"readable", check.readable},
-                                         {"findings", findings}})
-                   .toJson(QJsonDocument::Indented);
+        QJsonObject report{
+            {"package", folder}, {"readable", check.readable}, {"findings", findings}};
+        if (check.loudness)
+            report.insert(QStringLiteral("loudness"), loudnessToJson(*check.loudness));
+        out << QJsonDocument(report).toJson(QJsonDocument::Indented);
     } else {
         for (const Finding& f : check.findings)
             out << findingLine(f) << '\n';

@@ -46,10 +46,14 @@ QList<CommandHelp> makeHelp() {
          "package or the path of a service file.",
          {"tavik play Data/Beispielpaket 000001 3289"}},
         {"check",
-         "tavik check PACKAGE [--json]",
+         "tavik check PACKAGE [--json] [--no-loudness]",
          "Lists what would make the editor or the add-on trip over a package folder, one finding "
-         "a line (or as JSON), or \"no findings\". Exit code 0 when there is nothing to report, 1 "
-         "with findings, 2 when the folder holds no package index the editor opens.",
+         "a line (or as JSON), or \"no findings\". Every sound's loudness (EBU R 128) is measured "
+         "too: a sound more than 3 LU from the package's median or with a true peak above -1 "
+         "dBTP is warned about, and --json lists each announcement's loudness and true peak. "
+         "Figures are kept in the user's cache folder, so only new or changed sounds are "
+         "measured again; --no-loudness leaves loudness out. Exit code 0 when there is nothing "
+         "to report, 1 with findings, 2 when the folder holds no package index the editor opens.",
          {"tavik check Data/Beispielpaket"}},
         {"write",
          "tavik write JSON PATH [--lossy]",

@@ -54,6 +54,9 @@ constexpr std::array<Pattern, kTranslatedDetailCount + 2> kPatterns = {{
     {"ID \"%1\": saving writes _%1._ beside it", 0, 1},
     {"key \"%1\" at sentences %2 and %3", 0, 1},
     {"plays nothing", 0, 0},
+    {"%1 LUFS, %2 LU above the median of %3 LUFS", 0, 7},
+    {"%1 LUFS, %2 LU below the median of %3 LUFS", 0, 7},
+    {"true peak %1 dBTP", 0, 1},
     {"%1: %2", 1 | 2, 3},
     {"%1, %2", 1 | 2, 3},
 }};
@@ -132,7 +135,7 @@ QString localDetail(const QString& english, const NumberedText& numbered) {
             args << ((kPatterns[i].nested >> (n - 1)) & 1 ? localDetail(arg, numbered) : arg);
         }
         if (static_cast<int>(i) < kTranslatedDetailCount) {
-            const QString local = numbered(kFirstDetailText + static_cast<int>(i), args);
+            const QString local = numbered(detailTextNumber(static_cast<int>(i)), args);
             if (!local.isEmpty())
                 return local;
         }

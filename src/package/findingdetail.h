@@ -8,7 +8,7 @@ namespace tavik {
 
 // The texts that say what exactly a package check or a read of a package file found. The code
 // that finds something writes the English text (the tool shows it as it is); the editor shows
-// it in its language through numbered text kFirstDetailText + the value. A text that begins and
+// it in its language through numbered text detailTextNumber(the value). A text that begins and
 // ends with a quote is quoted once more in the language file, which takes one pair off.
 enum class DetailText {
     MissingOrEmpty,
@@ -50,13 +50,26 @@ enum class DetailText {
     IdNamesOtherFile,
     SentenceKeyTwice,
     PlaysNothing,
+    LouderThanMedian,  // %1 loudness, %2 distance, %3 median
+    QuieterThanMedian, // %1 loudness, %2 distance, %3 median
+    TruePeak,          // %1 peak
     // Joins of two details that read the same in every language.
     Labelled, // "%1: %2"
     Joined,   // "%1, %2"
 };
-// The details with a numbered text of their own; the joins come after them.
-inline constexpr int kTranslatedDetailCount = 39;
+// The details with a numbered text of their own; the joins come after them. The first ones
+// are numbered from kFirstDetailText; the numbers after those were taken, so later ones go on
+// from kLaterDetailText.
+inline constexpr int kTranslatedDetailCount = 42;
 inline constexpr int kFirstDetailText = 530;
+inline constexpr int kEarlyDetailCount = 39;
+inline constexpr int kLaterDetailText = 670;
+
+// The numbered language text of detail `index` (below kTranslatedDetailCount).
+constexpr int detailTextNumber(int index) {
+    return index < kEarlyDetailCount ? kFirstDetailText + index
+                                     : kLaterDetailText + index - kEarlyDetailCount;
+}
 
 // The English detail with %1, %2 ... replaced in one pass.
 QString detailText(DetailText id, const QStringList& args = {});

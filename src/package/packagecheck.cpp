@@ -279,6 +279,7 @@ void IndexChecker::checkEntry(int position, const QString& raw, const IndexEntry
 
     CheckedAnnouncement announcement;
     announcement.Key = entry.Key;
+    announcement.Position = position;
     const auto seen = shownAt_.constFind(entry.Key);
     if (seen != shownAt_.constEnd())
         add(Severity::Warning, FindingKind::DuplicateKey, indexFile_,
@@ -327,6 +328,7 @@ void IndexChecker::checkSettings(int position, const QString& key) {
 void IndexChecker::checkSound(int position, const IndexEntry& entry) {
     CheckedAnnouncement announcement;
     announcement.Key = entry.Key;
+    announcement.Position = position;
     const QString path = files_.GetFileName(entry.Key);
     const QString name = QFileInfo(path).fileName();
     if (path.isEmpty()) {
@@ -353,6 +355,7 @@ void IndexChecker::checkSound(int position, const IndexEntry& entry) {
             } else {
                 announcement.Length = length;
                 announcement.Measured = true;
+                announcement.SoundPath = path;
                 if (length <= 0)
                     add(Severity::Warning, FindingKind::SoundSilent, name,
                         QStringLiteral("%1 ms").arg(length), position, entry.Key);

@@ -14,6 +14,8 @@ struct CheckedAnnouncement {
     QString Key;
     std::int32_t Length = 0;
     bool Measured = false;
+    int Position = 0;  // "INDEX" position, from 1
+    QString SoundPath; // the sound file, when one was measured
 };
 
 struct IndexCheck {

@@ -40,6 +40,9 @@ constexpr std::array<KindText, kFindingKindCount> kKinds = {{
     {"service-id", "the service is saved under its ID, which does not name this file (%1)"},
     {"duplicate-sentence-key",
      "two sentences have the same key: editing, saving and playing find only the first (%1)"},
+    {"loudness-off-median",
+     "the loudness lies more than 3 LU from the package's median: listeners hear a jump (%1)"},
+    {"true-peak-high", "the true peak lies above -1 dBTP: the sound may clip when played (%1)"},
 }};
 
 const KindText& kindText(FindingKind kind) {

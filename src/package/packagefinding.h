@@ -36,8 +36,10 @@ enum class FindingKind {
     SentenceBound,        // the last entry to play lies past the entries, or short of them
     ServiceId,            // the ID names no file in the package, or not this one
     DuplicateSentenceKey, // two sentences of one service share a key: look-ups find the first
+    LoudnessOffMedian,    // far louder or quieter than most of the package: listeners hear a jump
+    TruePeakHigh,         // peaks near full scale: players and converters may clip it
 };
-inline constexpr int kFindingKindCount = 24;
+inline constexpr int kFindingKindCount = 26;
 
 struct Finding {
     Severity severity = Severity::Error;

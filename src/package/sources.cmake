@@ -1,5 +1,7 @@
 list(APPEND TAVIK_CORE_SOURCES
     package/packagecheck.cpp
+    package/soundloudness.cpp
+    package/loudnesscheck.cpp
     package/packageannouncements.cpp
     package/packagefinding.cpp
     package/findingdetail.cpp

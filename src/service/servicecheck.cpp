@@ -149,11 +149,13 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
     return out;
 }
 
-PackageCheck CheckPackage(const QString& packageFolder, PackageSounds& sounds) {
+PackageCheck CheckPackage(const QString& packageFolder, PackageSounds& sounds,
+                          LoudnessMeter* meter) {
     const IndexCheck index = CheckPackageIndex(packageFolder, sounds);
     PackageCheck result;
     result.readable = index.readable;
     result.findings = index.findings;
+    result.announcements = index.announcements;
     if (!index.opened)
         return result;
     const QString folder = NativePath(packageFolder);
@@ -161,6 +163,10 @@ PackageCheck CheckPackage(const QString& packageFolder, PackageSounds& sounds) {
         if (WildcardMatch(QStringLiteral("*._"), name))
             result.findings << CheckServiceFile(NativePath(folder + QStringLiteral("\\") + name),
                                                 index.announcements);
+    }
+    if (meter) {
+        result.loudness = CheckLoudness(index.announcements, *meter);
+        result.findings << result.loudness->findings;
     }
     return result;
 }

@@ -72,7 +72,7 @@ inline constexpr std::int32_t CheckColumnFile = 195;
 inline constexpr std::int32_t CheckColumnPlace = 196;
 inline constexpr std::int32_t CheckColumnProblem = 197;
 inline constexpr std::int32_t CheckClean = 198;
-inline constexpr std::int32_t CheckFirstFinding = 199; // to 222
+inline constexpr std::int32_t CheckFirstFinding = 199; // to 224
 // Service editor: the tab strip and the captions of its lists' columns.
 inline constexpr std::int32_t TabProperties = 130;
 inline constexpr std::int32_t TabService = 131;
@@ -143,7 +143,12 @@ inline constexpr std::int32_t TimelineName = 664;
 inline constexpr std::int32_t TimelineNoSentence = 665;
 inline constexpr std::int32_t TimelineBroken = 666;
 // What exactly a check found, in the order of DetailText (see package/findingdetail.h).
-inline constexpr std::int32_t CheckFirstDetail = 530; // to 568
+inline constexpr std::int32_t CheckFirstDetail = 530; // to 568, then on from CheckLaterDetail
+inline constexpr std::int32_t CheckLaterDetail = 670;  // to 672
+// The check window while it measures loudness (%1 done, %2 all) and its loudness summary
+// (%1 the median in LUFS, %2 how many sounds).
+inline constexpr std::int32_t CheckMeasuringLoudness = 673;
+inline constexpr std::int32_t CheckLoudnessSummary = 674;
 // The runtime's text of error 91, which came after the others.
 inline constexpr std::int32_t RuntimeErrorObjectNotSet = 569;
 // Texts the files cannot hold (code page 1252): the note's heading, one character (%1 the

@@ -34,9 +34,9 @@ TEST(FindingDetail, EveryDetailReadsInGermanWithItsValuesInPlace) {
         const QString written = detailText(static_cast<DetailText>(i), values);
         const QString local = localDetail(written, german);
         const QString expected =
-            german(kFirstDetailText + i, values.mid(0, written.count(QStringLiteral("-71")) +
-                                                           written.count(QStringLiteral("82")) +
-                                                           written.count(QStringLiteral("93"))));
+            german(detailTextNumber(i), values.mid(0, written.count(QStringLiteral("-71")) +
+                                                          written.count(QStringLiteral("82")) +
+                                                          written.count(QStringLiteral("93"))));
         ASSERT_FALSE(expected.isEmpty()) << i;
         EXPECT_NE(local, written) << i << ": " << written.toStdString();
         for (const QString& value : values)
