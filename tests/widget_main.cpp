@@ -1,4 +1,5 @@
 #include "app/tavikapplication.h"
+#include "support/privatecache.h"
 #include "support/qtwarnings.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@ int main(int argc, char** argv) {
     qputenv("TAVIK_AUDIO", "null");
     qputenv("QT_QPA_PLATFORM", "offscreen");
     tavik::TavikApplication app(argc, argv);
+    const tavik::test::PrivateCacheFolder cache;
     tavik::test::failOnQtWarnings();
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

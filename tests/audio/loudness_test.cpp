@@ -2,42 +2,22 @@
 // and what lies too far from it or peaks too high, and the cache that keeps each measurement.
 #include "audio/loudness.h"
 #include "audio/loudnesscache.h"
+#include "audio/loudnessmeter.h"
+#include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
 #include <QFile>
 #include <QThread>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <sndfile.h>
-#include <vector>
 
 using namespace tavik;
 using tavik::test::TempDir;
 
 namespace {
 
-// A 1 kHz sine of `peakDbfs` on every channel.
-QString writeSine(const QString& path, double peakDbfs, int channels, double seconds = 6.0,
-                  int rate = 48000) {
-    SF_INFO info{};
-    info.samplerate = rate;
-    info.channels = channels;
-    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-    SNDFILE* file = sf_open(path.toLocal8Bit().constData(), SFM_WRITE, &info);
-    EXPECT_NE(file, nullptr);
-    if (!file)
-        return path;
-    const double amplitude = peakDbfs <= -200 ? 0.0 : std::pow(10.0, peakDbfs / 20.0);
-    const sf_count_t frames = sf_count_t(seconds * rate);
-    std::vector<float> samples(static_cast<std::size_t>(frames * channels));
-    for (sf_count_t f = 0; f < frames; ++f) {
-        const float v = float(amplitude * std::sin(2.0 * M_PI * 1000.0 * double(f) / rate));
-        for (int c = 0; c < channels; ++c)
-            samples[static_cast<std::size_t>(f * channels + c)] = v;
-    }
-    sf_writef_float(file, samples.data(), frames);
-    sf_close(file);
-    return path;
+QString writeSine(const QString& path, double peakDbfs, int channels, double seconds = 6.0) {
+    return tavik::test::writeLevelSine(path, peakDbfs, channels, seconds);
 }
 
 } // namespace
@@ -134,4 +114,37 @@ TEST(LoudnessCache, ABrokenCacheFileIsMeasuredAgainNotBelieved) {
     ASSERT_TRUE(l && l->integratedLufs);
     EXPECT_NEAR(*l->integratedLufs, -23.0, 0.1);
     EXPECT_EQ(cache.measured(), 1);
+}
+
+TEST(LoudnessCache, ANameWithALineBreakOrTabIsMeasuredEachTimeAndNeverWritten) {
+    TempDir dir;
+    const QString cacheFile = dir.file(QStringLiteral("loudness.tsv"));
+    // Such a name could otherwise pose as another file's line in the cache.
+    const QString sound =
+        writeSine(dir.file(QStringLiteral("a\nelse.wav\t1\t2\t-5\t-5\tb.wav")), -23.0, 2, 2.0);
+    {
+        LoudnessCache cache(cacheFile);
+        ASSERT_TRUE(cache.loudnessOf(sound));
+        ASSERT_TRUE(cache.loudnessOf(sound));
+        EXPECT_EQ(cache.measured(), 2);
+    }
+    EXPECT_FALSE(QFile::exists(cacheFile) && QFile(cacheFile).size() > 0);
+}
+
+TEST(LoudnessCache, ManyThreadsAskingAtOnceGetEachSoundsOwnFigure) {
+    TempDir dir;
+    QStringList sounds;
+    for (int i = 0; i < 8; ++i)
+        sounds << writeSine(dir.file(QStringLiteral("%1.wav").arg(i)), -30.0 + i, 2, 1.0);
+    LoudnessCache cache(dir.file(QStringLiteral("loudness.tsv")));
+    CachedLoudnessMeter meter(cache);
+    meter.threads = 4;
+    const QList<std::optional<Loudness>> figures = meter.Measure(sounds + sounds);
+    ASSERT_EQ(figures.size(), 16);
+    for (int i = 0; i < 16; ++i) {
+        ASSERT_TRUE(figures[i] && figures[i]->integratedLufs) << i;
+        EXPECT_NEAR(*figures[i]->integratedLufs, -30.0 + i % 8, 0.1) << i;
+    }
+    EXPECT_LE(cache.measured(), 16);
+    EXPECT_GE(cache.measured(), 8);
 }

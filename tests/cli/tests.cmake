@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_TESTS
     cli/measure_command_test.cpp
     cli/ini_command_test.cpp
     cli/check_command_test.cpp
+    cli/check_loudness_test.cpp
     cli/write_command_test.cpp
     cli/new_import_command_test.cpp
     cli/unheld_text_tool_test.cpp

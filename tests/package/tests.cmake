@@ -3,6 +3,7 @@ list(APPEND TAVIK_CORE_TESTS
     package/packageannouncements_test.cpp
     package/packagecheck_sounds_test.cpp
     package/findingdetail_test.cpp
+    package/loudnesscheck_test.cpp
     package/clszeldb_test.cpp
     package/clszeldb_lookup_test.cpp
     package/demopackage_test.cpp

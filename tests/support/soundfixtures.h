@@ -19,6 +19,11 @@ bool writeLevels(const QString& path, long long frames, int sampleRate,
 // Writes a 16-bit mono WAVE file of a sine of `hz` at amplitude 0.5.
 bool writeSine(const QString& path, long long frames, int sampleRate, double hz);
 
+// Writes a float WAVE file of a 1 kHz sine whose peak is `peakDbfs` on every channel (silence
+// at -200 and below): a stereo one at -23 dBFS measures -23 LUFS.
+QString writeLevelSine(const QString& path, double peakDbfs, int channels, double seconds = 6.0,
+                       int rate = 48000);
+
 // Every frame of a sound file at its own rate and channels, interleaved; `info` says what the
 // file holds (all zero when it cannot be opened).
 std::vector<float> readSound(const QString& path, SoundInfo& info);
