@@ -673,13 +673,20 @@ int runParent(int argc, char** argv) {
         double reference;
     } tools[] = {
         {"dump", {QStringLiteral("dump"), big}, readRef},
-        {"check", {QStringLiteral("check"), big}, measureRef},
+        {"check", {QStringLiteral("check"), big, QStringLiteral("--no-loudness")}, measureRef},
+        // The whole check, loudness measured by a run before (from the cache).
+        {"check+L", {QStringLiteral("check"), big}, measureRef},
         {"set",
          {QStringLiteral("set"), work, QStringLiteral("0003"), QStringLiteral("Color"),
           QStringLiteral("255"), QStringLiteral("--type"), QStringLiteral("long")},
          readRef},
         {"write", {QStringLiteral("write"), json, work}, readRef},
     };
+    // The tool's loudness cache lives with this run; the first check fills it.
+    qputenv("XDG_CACHE_HOME", root.filePath(QStringLiteral("cache")).toLocal8Bit());
+    const double firstLoudness = timeTool({QStringLiteral("check"), big});
+    std::printf("  (the first check measuring every sound's loudness took %.1f ms)\n",
+                firstLoudness);
     for (const auto& tool : tools) {
         std::vector<double> t;
         for (int r = 0; r < 3; ++r)

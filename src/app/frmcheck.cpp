@@ -1,6 +1,7 @@
 #include "frmcheck.h"
 
 #include "app/frmmain.h"
+#include "app/loudnessjob.h"
 #include "audio/mcipackagesounds.h"
 #include "package/findingdetail.h"
 #include "settings/followlanguage.h"
@@ -38,7 +39,7 @@ QString detailIn(const Language& lang, const Finding& f) {
 
 frmCheck::frmCheck(frmMain& main)
     : QWidget(&main, Qt::Window), main_(main), lsvFindings_(new ReportList(this)),
-      lblSummary_(new QLabel(this)) {
+      lblSummary_(new QLabel(this)), loudnessJob_(new LoudnessJob(this)) {
     setObjectName(QStringLiteral("frmCheck"));
     lsvFindings_->setObjectName(QStringLiteral("lsvFindings"));
     lblSummary_->setObjectName(QStringLiteral("lblSummary"));
@@ -51,6 +52,15 @@ frmCheck::frmCheck(frmMain& main)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lsvFindings_);
     layout->addWidget(lblSummary_);
+    connect(loudnessJob_, &LoudnessJob::Progress, this, [this](int done, int) {
+        measured_ = done;
+        showSummary();
+    });
+    connect(loudnessJob_, &LoudnessJob::Finished, this, [this](const LoudnessCheck& result) {
+        loudness_ = result;
+        findings_ << result.findings;
+        fillRows();
+    });
     // The window follows a change of language, its findings included.
     FollowLanguage(this, main_.language(), [this] {
         applyTexts();
@@ -70,10 +80,22 @@ void frmCheck::applyTexts() {
 
 void frmCheck::Refresh() {
     applyTexts();
+    loudnessJob_->Stop();
+    loudness_.reset();
     MciPackageSounds sounds(main_.mci());
     const PackageCheck check = CheckPackage(main_.PackageFolder, sounds);
     findings_ = check.findings;
+    measured_ = 0;
+    toMeasure_ = 0;
+    for (const CheckedAnnouncement& a : check.announcements)
+        toMeasure_ += a.Measured ? 1 : 0;
+    if (toMeasure_ > 0)
+        loudnessJob_->Start(check.announcements);
     fillRows();
+}
+
+bool frmCheck::MeasuringLoudness() const {
+    return loudnessJob_->Running();
 }
 
 void frmCheck::fillRows() {
@@ -88,9 +110,23 @@ void frmCheck::fillRows() {
                                             detailIn(lang, f)));
         row->SetTag(f.key);
     }
-    lblSummary_->setText(findings_.isEmpty() ? lang.GetLangString(LangText::CheckClean)
-                                             : QString());
-    lblSummary_->setVisible(findings_.isEmpty());
+    showSummary();
+}
+
+void frmCheck::showSummary() {
+    const Language& lang = main_.language();
+    QStringList lines;
+    if (findings_.isEmpty() && !loudnessJob_->Running())
+        lines << lang.GetLangString(LangText::CheckClean);
+    if (loudnessJob_->Running())
+        lines << lang.GetLangString(LangText::CheckMeasuringLoudness, QString::number(measured_),
+                                    QString::number(toMeasure_));
+    else if (loudness_ && loudness_->medianLufs)
+        lines << lang.GetLangString(LangText::CheckLoudnessSummary,
+                                    LoudnessFigure(*loudness_->medianLufs),
+                                    QString::number(loudness_->announcements.size()));
+    lblSummary_->setText(lines.join(u'\n'));
+    lblSummary_->setVisible(!lines.isEmpty());
 }
 
 void frmCheck::lsvFindings_DblClick() {

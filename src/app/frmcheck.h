@@ -8,6 +8,7 @@ class QLabel;
 
 namespace tavik {
 
+class LoudnessJob;
 class ReportList;
 class frmMain;
 
@@ -23,8 +24,11 @@ public:
     QLabel* lblSummary() const { return lblSummary_; }
     const QList<Finding>& findings() const { return findings_; }
 
-    // Checks the main window's current package again and lists what it finds.
+    // Checks the main window's current package again and lists what it finds; the sounds'
+    // loudness is measured after that, away from the window, and its findings join the list.
     void Refresh();
+    // Whether loudness is still being measured.
+    bool MeasuringLoudness() const;
 
 public Q_SLOTS:
     void lsvFindings_DblClick();
@@ -32,11 +36,16 @@ public Q_SLOTS:
 private:
     void applyTexts();
     void fillRows();
+    void showSummary();
 
     frmMain& main_;
     ReportList* lsvFindings_;
     QLabel* lblSummary_;
     QList<Finding> findings_;
+    LoudnessJob* loudnessJob_;
+    std::optional<LoudnessCheck> loudness_;
+    int measured_ = 0;
+    int toMeasure_ = 0;
 };
 
 } // namespace tavik

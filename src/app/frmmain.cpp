@@ -98,6 +98,7 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
     buildMenus();
     buildEditMenu();
     buildKeys();
+    buildLoudnessColumn();
     ApplyMenuTexts();
     buildStatusBar();
     EnableServicButtons(false);

@@ -28,6 +28,8 @@ inline constexpr int kListWidth = 620;
 class EventLog;
 class Language;
 class ListFilterBar;
+class LoudnessJob;
+struct LoudnessCheck;
 class ReportList;
 class frmCheck;
 class frmStatus;
@@ -150,6 +152,12 @@ public:
     zelcmd* cmdExit() const { return cmdExit_; }
     QWidget* picExpand() const { return picExpand_; }
     QMenu* mnuSort() const { return mnuSort_; }
+    QMenu* mnuView() const { return mnuView_; }
+    QAction* mnuLoudness() const { return mnuLoudness_; }
+    // The list's optional loudness column: shown or not, and whether it is being measured.
+    void ShowLoudnessColumn(bool shown);
+    bool LoudnessColumnShown() const;
+    bool MeasuringListLoudness() const;
     QMenu* mnuHlp() const { return mnuHlp_; }
     QAction* mnuIndex() const { return mnuIndex_; }
     QAction* mnuTitel() const { return mnuTitel_; }
@@ -226,6 +234,12 @@ private:
     void buildMenus();
     void buildEditMenu();
     void buildSortMenu();
+    void buildLoudnessColumn();
+    void applyLoudnessTexts();
+    void measureListLoudness();
+    // The title column, given its width, makes room for a shown loudness column.
+    void fitLoudnessColumn();
+    void applyListLoudness(const LoudnessCheck& result);
     void buildKeys();
     void applySortTexts();
     // Checks the sort menu's entries of the list's sort.
@@ -292,6 +306,11 @@ private:
     zelcmd* cmdExit_ = nullptr;
     QWidget* picExpand_ = nullptr;
     QMenu* mnuSort_ = nullptr;
+    QMenu* mnuView_ = nullptr;
+    QAction* mnuLoudness_ = nullptr;
+    LoudnessJob* loudnessJob_ = nullptr;
+    QTimer* tmrLoudness_ = nullptr;
+    int loudnessRoom_ = 0; // what the title column gave the loudness column
     QMenu* mnuHlp_ = nullptr;
     QAction* mnuIndex_ = nullptr;
     QAction* mnuTitel_ = nullptr;

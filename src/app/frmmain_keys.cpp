@@ -109,6 +109,7 @@ void frmMain::buildKeys() {
 
 void frmMain::ApplyMenuTexts() {
     applySortTexts();
+    applyLoudnessTexts();
     if (!mnuFile_)
         return;
     const auto text = [this](std::int32_t number, const QString& designed) {

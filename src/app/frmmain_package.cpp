@@ -112,6 +112,7 @@ void frmMain::LoadPackage() {
             i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar : kTitleColumn;
         if (width != titleColumn) {
             lsvPack_->SetColumnWidth(2, width);
+            fitLoudnessColumn();
             titleColumn = width;
         }
         if (!entry.Title.isEmpty()) {

@@ -144,11 +144,17 @@ inline constexpr std::int32_t TimelineNoSentence = 665;
 inline constexpr std::int32_t TimelineBroken = 666;
 // What exactly a check found, in the order of DetailText (see package/findingdetail.h).
 inline constexpr std::int32_t CheckFirstDetail = 530; // to 568, then on from CheckLaterDetail
-inline constexpr std::int32_t CheckLaterDetail = 670;  // to 672
+inline constexpr std::int32_t CheckLaterDetail = 670; // to 672
 // The check window while it measures loudness (%1 done, %2 all) and its loudness summary
 // (%1 the median in LUFS, %2 how many sounds).
 inline constexpr std::int32_t CheckMeasuringLoudness = 673;
 inline constexpr std::int32_t CheckLoudnessSummary = 674;
+// The main window's View menu, its loudness column entry, the column's header and a cell's
+// tool tip (%1 loudness in LUFS, %2 true peak in dBTP).
+inline constexpr std::int32_t MenuView = 675;
+inline constexpr std::int32_t MenuLoudnessColumn = 676;
+inline constexpr std::int32_t LoudnessColumn = 677;
+inline constexpr std::int32_t LoudnessCellTip = 678;
 // The runtime's text of error 91, which came after the others.
 inline constexpr std::int32_t RuntimeErrorObjectNotSet = 569;
 // Texts the files cannot hold (code page 1252): the note's heading, one character (%1 the

@@ -7,6 +7,7 @@
 #include "util/zelcmd.h"
 
 #include <QLabel>
+#include <QRegularExpression>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -60,7 +61,11 @@ TEST(CheckWindow, ListsTheFindingsOfTheOpenPackageInTheLanguageOfTheEditor) {
     EXPECT_EQ(list->ListItems(2)->Text(), error);
     EXPECT_EQ(list->ListItems(2)->SubItems(1), QStringLiteral("_000001._"));
     EXPECT_EQ(list->ListItems(2)->SubItems(2), QStringLiteral("0472 / 1 / 0009"));
-    EXPECT_FALSE(window->lblSummary()->isVisible());
+    // With findings the summary only tells of the loudness once it is measured.
+    QTRY_VERIFY_WITH_TIMEOUT(!window->MeasuringLoudness(), 20000);
+    EXPECT_EQ(list->Count(), 2);
+    EXPECT_FALSE(
+        window->lblSummary()->text().contains(editor.language.GetLangString(LangText::CheckClean)));
     EXPECT_TRUE(editor.messages.empty());
 }
 
@@ -94,14 +99,25 @@ TEST(CheckWindow, SaysSoWhenThePackageIsCleanAndChecksAfreshOnEveryClick) {
 
     frmCheck* window = clickCheck(editor);
     ASSERT_NE(window, nullptr);
+    // The package is clean only once its loudness is measured too.
+    QTRY_VERIFY_WITH_TIMEOUT(!window->MeasuringLoudness(), 20000);
     EXPECT_EQ(window->lsvFindings()->Count(), 0);
     EXPECT_TRUE(window->lblSummary()->isVisible());
-    EXPECT_EQ(window->lblSummary()->text(), editor.language.GetLangString(LangText::CheckClean));
+    const QStringList lines = window->lblSummary()->text().split(u'\n');
+    ASSERT_EQ(lines.size(), 2) << window->lblSummary()->text().toStdString();
+    EXPECT_EQ(lines[0], editor.language.GetLangString(LangText::CheckClean));
+    const QString median =
+        QRegularExpression(QStringLiteral("-?[0-9]+\\.[0-9]")).match(lines[1]).captured();
+    EXPECT_EQ(lines[1], editor.language.GetLangString(LangText::CheckLoudnessSummary, median,
+                                                      QStringLiteral("2")));
 
     editor.root.write("Data/Linie7/0005.wav", "x");
     QTest::mouseClick(editor.main->cmdCheck(), Qt::LeftButton);
     EXPECT_EQ(editor.main->checkWindow(), window);
     ASSERT_EQ(window->lsvFindings()->Count(), 1);
     EXPECT_EQ(window->lsvFindings()->ListItems(1)->SubItems(1), QStringLiteral("0005.wav"));
-    EXPECT_FALSE(window->lblSummary()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!window->MeasuringLoudness(), 20000);
+    EXPECT_EQ(window->lsvFindings()->Count(), 1);
+    EXPECT_FALSE(
+        window->lblSummary()->text().contains(editor.language.GetLangString(LangText::CheckClean)));
 }

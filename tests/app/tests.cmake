@@ -23,5 +23,6 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/readable_rows_test.cpp
     app/packagedetails_undo_test.cpp
     app/listfilter_test.cpp
+    app/loudness_window_test.cpp
     app/readme_test.cpp
 )

@@ -87,8 +87,11 @@ private:
             words_.insert(text);
             return;
         }
-        QString pattern = QRegularExpression::escape(text);
-        pattern.replace(QRegularExpression(QStringLiteral("%[1-5]")), QStringLiteral(".*"));
+        // Each literal part escaped on its own: escaping the whole would escape the "%" too.
+        QStringList parts;
+        for (const QString& part : text.split(argument))
+            parts << QRegularExpression::escape(part);
+        const QString pattern = parts.join(QStringLiteral(".*"));
         patterns_ << QRegularExpression(QStringLiteral("\\A") + pattern + QStringLiteral("\\z"),
                                         QRegularExpression::DotMatchesEverythingOption);
     }
