@@ -6,26 +6,36 @@ namespace tavik {
 
 namespace {
 
-// Splits at blanks; a quoted part is one word without its quotes.
+// Splits at blanks; a quoted part is one word without its quotes. A word's characters are
+// copied in runs between quotes and blanks, not one by one: every command sent is parsed.
 QStringList tokenize(const QString& text, int& error) {
     QStringList words;
     QString current;
     bool quoted = false;
     bool inWord = false;
-    for (const QChar c : text) {
+    qsizetype run = 0; // where the characters not yet in `current` start
+    const auto takeRun = [&](qsizetype end) {
+        if (end > run)
+            current += QStringView(text).mid(run, end - run);
+        run = end + 1;
+    };
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
         if (c == u'"') {
+            takeRun(i);
             quoted = !quoted;
             inWord = true;
         } else if (!quoted && (c == u' ' || c == u'\t')) {
+            takeRun(i);
             if (inWord)
                 words << current;
             current.clear();
             inWord = false;
         } else {
-            current += c;
             inWord = true;
         }
     }
+    takeRun(text.size());
     if (quoted)
         error = mci::NoClosingQuote;
     if (inWord)

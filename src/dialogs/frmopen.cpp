@@ -91,7 +91,7 @@ frmOpen::frmOpen(frmMain& main)
     setWindowIcon(main_.windowIcon());
 
     dataFolder_ = DataFolder();
-    for (const PackageCandidate& package : ScanPackages(dataFolder_, main_.PackageIndex)) {
+    for (const PackageCandidate& package : ScanPackages(dataFolder_)) {
         lstFile_->addItem(package.Name);
         packageFolders_ << package.Folder;
         ++packageCount_;

@@ -10,7 +10,7 @@
 
 namespace tavik {
 
-QList<PackageCandidate> ScanPackages(const QString& dataFolder, clsZELDB& store) {
+QList<PackageCandidate> ScanPackages(const QString& dataFolder) {
     QList<PackageCandidate> packages;
     QDir dir(dataFolder);
     if (dataFolder.isEmpty() || !dir.exists())
@@ -28,11 +28,13 @@ QList<PackageCandidate> ScanPackages(const QString& dataFolder, clsZELDB& store)
         if (FileCheck(path, true))
             continue;
         // A folder whose index cannot be read is left out, rather than listed under the
-        // name the store still holds from the folder before.
-        if (!store.OpenIOFile(IndexFileOf(path)))
+        // name read from the folder before.
+        clsZELDB store;
+        const QString info = QString::fromUtf16(pkg::Info);
+        if (!store.OpenIOFileForKey(IndexFileOf(path), info))
             continue;
-        const QString packageName = CStr(store.GetSetting(
-            QString::fromUtf16(pkg::Info), QString::fromUtf16(pkg::Name), QString()));
+        const QString packageName =
+            CStr(store.GetSetting(info, QString::fromUtf16(pkg::Name), QString()));
         if (!packageName.isEmpty())
             packages.append({packageName, path});
     }

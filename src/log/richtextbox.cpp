@@ -243,9 +243,12 @@ void RichTextBox::setTextRTF(const QString& rtf) {
 
 qsizetype RichTextBox::toDocument(qsizetype pos) const {
     const QTextDocument* doc = document();
-    // The last block whose start, counted with CR LF line ends, is at or before pos.
+    // The last block whose start, counted with CR LF line ends, is at or before pos. A log
+    // appends at its end, so the last block is tried first.
     int lo = 0;
     int hi = doc->blockCount() - 1;
+    if (doc->lastBlock().position() + hi <= pos)
+        lo = hi;
     while (lo < hi) {
         const int mid = lo + (hi - lo + 1) / 2;
         if (doc->findBlockByNumber(mid).position() + mid <= pos)

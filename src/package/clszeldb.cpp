@@ -32,6 +32,14 @@ template <typename T> void scanToEnd(const SlotArray<T>& slots, qint64 count) {
 } // namespace
 
 bool clsZELDB::OpenIOFile(const QString& path) {
+    return openFile(path, nullptr);
+}
+
+bool clsZELDB::OpenIOFileForKey(const QString& path, const QString& key) {
+    return openFile(path, &key);
+}
+
+bool clsZELDB::openFile(const QString& path, const QString* onlyKey) {
     if (!FileExists(path)) {
         lastRead_ = {ZeldbReadReport::Status::Missing, detailText(DetailText::MissingOrEmpty), 0};
         return false;
@@ -48,10 +56,15 @@ bool clsZELDB::OpenIOFile(const QString& path) {
                      0};
         return false;
     }
-    return openBytes(reinterpret_cast<const uchar*>(read.bytes.constData()), read.bytes.size());
+    return openBytes(reinterpret_cast<const uchar*>(read.bytes.constData()), read.bytes.size(),
+                     onlyKey);
 }
 
 bool clsZELDB::openBytes(const uchar* data, qint64 size) {
+    return openBytes(data, size, nullptr);
+}
+
+bool clsZELDB::openBytes(const uchar* data, qint64 size, const QString* onlyKey) {
     keys_.reset(1);
     dropLookups();
     HeaderText1.clear();
@@ -79,6 +92,7 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size) {
         in.markBroken(detailText(DetailText::NegativeKeyCount, {QString::number(n)}));
     } else {
         keys_.redimPreserve(n);
+        bool kept = false;
         for (int i = 0; i <= n && !in.broken(); ++i) {
             if (in.atEnd()) {
                 // A store saved from scratch holds N records, not N + 1: the last slot
@@ -87,7 +101,18 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size) {
                     in.markTruncated();
                 break;
             }
-            zeldb::readKey(in, keys_.ref(i));
+            if (!onlyKey) {
+                zeldb::readKey(in, keys_.ref(i));
+                continue;
+            }
+            // Every record is read, so the open ends exactly where a whole one would; only
+            // the first one in use of that name is kept, as the first one is found.
+            ZeldbKey record;
+            zeldb::readKey(in, record);
+            if (!kept && inUse(record.InUse) && record.Name == *onlyKey) {
+                keys_.ref(i) = std::move(record);
+                kept = true;
+            }
         }
     }
 

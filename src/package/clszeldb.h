@@ -21,6 +21,10 @@ public:
     std::int16_t KeyCountAtOpen = 0;
 
     bool OpenIOFile(const QString& path);
+    // Opens as OpenIOFile does, but keeps only the first key in use named `key`: every other
+    // key's slot stays blank. Look-ups in that key answer as after a whole open, while a big
+    // index costs the memory of one key (a listing that wants a package's name).
+    bool OpenIOFileForKey(const QString& path, const QString& key);
     // Raises the runtime's file error when the file cannot be written; the old file then
     // stays as it was.
     bool SaveIOFile(const QString& path);
@@ -41,6 +45,8 @@ public:
     bool openBytes(const uchar* data, qint64 size);
 
 private:
+    bool openFile(const QString& path, const QString* onlyKey);
+    bool openBytes(const uchar* data, qint64 size, const QString* onlyKey);
     std::int16_t AddItem(std::int16_t keyIndex, const QString& item);
     std::int16_t FindFreeItemSlot(const QString& key);
     std::int16_t FindItem(const QString& key, const QString& item);

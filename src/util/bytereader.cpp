@@ -69,38 +69,58 @@ void ByteReader::markBroken(const QString& problem) {
     size_ = std::min(size_, pos_);
 }
 
+char* ByteWriter::grow(qsizetype n) {
+    const qsizetype at = used_;
+    if (out_.size() - at < n)
+        out_.resize(std::max({at + n, 2 * out_.size(), qsizetype(256)}));
+    used_ = at + n;
+    return out_.data() + at;
+}
+
+void ByteWriter::raw(const QByteArray& bytes) {
+    if (!bytes.isEmpty())
+        std::memcpy(grow(bytes.size()), bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
 void ByteWriter::i16(std::int16_t v) {
     u16(static_cast<std::uint16_t>(v));
 }
 
 void ByteWriter::u16(std::uint16_t v) {
-    uchar b[2];
-    qToLittleEndian(v, b);
-    out_.append(reinterpret_cast<const char*>(b), 2);
+    qToLittleEndian(v, grow(2));
 }
 
 void ByteWriter::i32(std::int32_t v) {
-    uchar b[4];
-    qToLittleEndian(v, b);
-    out_.append(reinterpret_cast<const char*>(b), 4);
+    qToLittleEndian(v, grow(4));
 }
 
 void ByteWriter::u64(std::uint64_t v) {
-    uchar b[8];
-    qToLittleEndian(v, b);
-    out_.append(reinterpret_cast<const char*>(b), 8);
+    qToLittleEndian(v, grow(8));
 }
 
 void ByteWriter::countedString(const QString& text) {
-    if (text.isEmpty()) {
-        u16(0);
-        return;
+    const qsizetype length = text.size();
+    if (length <= 0xFFFF) {
+        // ASCII and the Latin-1 letters are their own code page 1252 bytes: written straight
+        // in, without a copy.
+        char* p = grow(2 + length);
+        qToLittleEndian(static_cast<std::uint16_t>(length), p);
+        const QChar* chars = text.constData();
+        qsizetype i = 0;
+        while (i < length && (chars[i].unicode() < 0x80 ||
+                              (chars[i].unicode() >= 0xA0 && chars[i].unicode() <= 0xFF))) {
+            p[2 + i] = static_cast<char>(chars[i].unicode());
+            ++i;
+        }
+        if (i == length)
+            return;
+        used_ -= 2 + length;
     }
     const QByteArray bytes = toCp1252(text);
     if (bytes.size() > 0xFFFF)
         throw RuntimeError(rt::Overflow);
     u16(static_cast<std::uint16_t>(bytes.size()));
-    out_.append(bytes);
+    raw(bytes);
 }
 
 } // namespace tavik

@@ -50,14 +50,22 @@ public:
     void u16(std::uint16_t v);
     void i32(std::int32_t v);
     void u64(std::uint64_t v);
-    void raw(const QByteArray& bytes) { out_.append(bytes); }
+    void raw(const QByteArray& bytes);
     // Raises the overflow error when the text needs more than 65,535 bytes.
     void countedString(const QString& text);
 
-    QByteArray& data() { return out_; }
+    QByteArray& data() {
+        out_.resize(used_);
+        return out_;
+    }
 
 private:
+    // Room for `n` more bytes at the end: a package index is written in millions of small
+    // fields, so the buffer grows by doubling and is cut to what was written when asked for.
+    char* grow(qsizetype n);
+
     QByteArray out_;
+    qsizetype used_ = 0;
 };
 
 } // namespace tavik

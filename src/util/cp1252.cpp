@@ -39,7 +39,14 @@ QByteArray toCp1252(const QString& text) {
     QByteArray out(text.size(), Qt::Uninitialized);
     char* dst = out.data();
     qsizetype n = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
+    // ASCII and the Latin-1 letters are their own bytes; the rest is looked up one by one.
+    const QChar* chars = text.constData();
+    while (n < text.size() && (chars[n].unicode() < 0x80 ||
+                               (chars[n].unicode() >= 0xA0 && chars[n].unicode() <= 0xFF))) {
+        dst[n] = static_cast<char>(chars[n].unicode());
+        ++n;
+    }
+    for (qsizetype i = n; i < text.size(); ++i) {
         const QChar c = text[i];
         // A pair of surrogates is one character, written as one "?".
         if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())

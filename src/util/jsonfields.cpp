@@ -28,6 +28,8 @@ bool isWholeNumberIn(const JsonValue& value, qint64 min, qint64 max) {
 } // namespace
 
 QString JsonFields::path() const {
+    if (parent_)
+        return jsonElementPath(parent_->fieldPath(path_), index_);
     return index_ < 0 ? path_ : jsonElementPath(path_, index_);
 }
 
@@ -40,51 +42,51 @@ void JsonFields::fail(const QString& name, const QString& problem) const {
     throw JsonFieldError(fieldPath(name), problem);
 }
 
-JsonValue JsonFields::value(const QString& name) const {
-    const JsonValue v = object_.value(name);
+JsonValue JsonFields::value(const JsonName& name) const {
+    const JsonValue v = object_.value(name, next_);
     if (v.isUndefined())
-        fail(name, QStringLiteral("missing"));
+        fail(name.text(), QStringLiteral("missing"));
     return v;
 }
 
-QString JsonFields::text(const QString& name, qint64 maxBytes) const {
+QString JsonFields::text(const JsonName& name, qint64 maxBytes) const {
     const JsonValue v = value(name);
     const QString text = v.toString();
     const QString problem = textProblem(v, text, maxBytes);
     if (!problem.isEmpty())
-        fail(name, problem);
+        fail(name.text(), problem);
     return text;
 }
 
-qint64 JsonFields::integer(const QString& name, qint64 min, qint64 max) const {
+qint64 JsonFields::integer(const JsonName& name, qint64 min, qint64 max) const {
     const JsonValue v = value(name);
     if (!isWholeNumberIn(v, min, max))
-        fail(name, QStringLiteral("not a whole number from %1 to %2").arg(min).arg(max));
+        fail(name.text(), QStringLiteral("not a whole number from %1 to %2").arg(min).arg(max));
     return static_cast<qint64>(v.toDouble());
 }
 
-bool JsonFields::boolean(const QString& name) const {
+bool JsonFields::boolean(const JsonName& name) const {
     const JsonValue v = value(name);
     if (!v.isBool())
-        fail(name, QStringLiteral("not true or false"));
+        fail(name.text(), QStringLiteral("not true or false"));
     return v.toBool();
 }
 
-JsonValue JsonFields::array(const QString& name) const {
+JsonValue JsonFields::array(const JsonName& name) const {
     const JsonValue v = value(name);
     if (!v.isArray())
-        fail(name, QStringLiteral("not an array"));
+        fail(name.text(), QStringLiteral("not an array"));
     return v;
 }
 
-JsonValue JsonFields::object(const QString& name) const {
+JsonValue JsonFields::object(const JsonName& name) const {
     const JsonValue v = value(name);
     if (!v.isObject())
-        fail(name, QStringLiteral("not an object"));
+        fail(name.text(), QStringLiteral("not an object"));
     return v;
 }
 
-QByteArray JsonFields::hex(const QString& name) const {
+QByteArray JsonFields::hex(const JsonName& name) const {
     const JsonValue v = value(name);
     static const QString digits = QStringLiteral("0123456789abcdefABCDEF");
     const QString s = v.toString();
@@ -92,7 +94,7 @@ QByteArray JsonFields::hex(const QString& name) const {
     for (qsizetype i = 0; ok && i < s.size(); ++i)
         ok = digits.contains(s[i]);
     if (!ok)
-        fail(name, QStringLiteral("not an even number of hexadecimal digits"));
+        fail(name.text(), QStringLiteral("not an even number of hexadecimal digits"));
     return QByteArray::fromHex(s.toLatin1());
 }
 
@@ -105,6 +107,15 @@ JsonFields jsonElement(const JsonValue& array, const QString& path, qsizetype in
     if (!element.isObject())
         throw JsonFieldError(jsonElementPath(path, index), QStringLiteral("not an object"));
     return JsonFields(element, path, index);
+}
+
+JsonFields jsonElement(const JsonValue& array, const JsonFields& parent, const QString& arrayName,
+                       qsizetype index) {
+    const JsonValue element = array.at(index);
+    if (!element.isObject())
+        throw JsonFieldError(jsonElementPath(parent.fieldPath(arrayName), index),
+                             QStringLiteral("not an object"));
+    return JsonFields(element, parent, arrayName, index);
 }
 
 } // namespace tavik

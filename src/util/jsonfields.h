@@ -31,21 +31,24 @@ public:
     // Element `index` of the array at `arrayPath`.
     JsonFields(JsonValue object, QString arrayPath, qsizetype index)
         : object_(object), path_(std::move(arrayPath)), index_(index) {}
+    // Element `index` of the array in field `arrayName` of `parent`, which must outlive it.
+    JsonFields(JsonValue object, const JsonFields& parent, QString arrayName, qsizetype index)
+        : object_(object), path_(std::move(arrayName)), index_(index), parent_(&parent) {}
 
     QString path() const;
     QString fieldPath(const QString& name) const;
-    bool has(const QString& name) const { return object_.contains(name); }
-    JsonValue value(const QString& name) const;
+    bool has(const JsonName& name) const { return !object_.value(name, next_).isUndefined(); }
+    JsonValue value(const JsonName& name) const;
 
     // A text that code page 1252 holds and that fits `maxBytes` bytes on disk.
-    QString text(const QString& name, qint64 maxBytes) const;
+    QString text(const JsonName& name, qint64 maxBytes) const;
     // A whole number between `min` and `max`.
-    qint64 integer(const QString& name, qint64 min, qint64 max) const;
-    bool boolean(const QString& name) const;
-    JsonValue array(const QString& name) const;
-    JsonValue object(const QString& name) const;
+    qint64 integer(const JsonName& name, qint64 min, qint64 max) const;
+    bool boolean(const JsonName& name) const;
+    JsonValue array(const JsonName& name) const;
+    JsonValue object(const JsonName& name) const;
     // Bytes written as hexadecimal digits.
-    QByteArray hex(const QString& name) const;
+    QByteArray hex(const JsonName& name) const;
 
 private:
     [[noreturn]] void fail(const QString& name, const QString& problem) const;
@@ -53,6 +56,9 @@ private:
     JsonValue object_;
     QString path_;
     qsizetype index_ = -1;
+    const JsonFields* parent_ = nullptr;
+    // Where the next field is looked for first.
+    mutable std::uint32_t next_ = 0;
 };
 
 // The path of element `index` of the array at `path`.
@@ -60,5 +66,9 @@ QString jsonElementPath(const QString& path, qsizetype index);
 
 // Element `index` of the array at `path`, which must be an object.
 JsonFields jsonElement(const JsonValue& array, const QString& path, qsizetype index);
+
+// Element `index` of the array in field `arrayName` of `parent`, which must be an object.
+JsonFields jsonElement(const JsonValue& array, const JsonFields& parent, const QString& arrayName,
+                       qsizetype index);
 
 } // namespace tavik

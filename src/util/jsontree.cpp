@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <charconv>
 #include <cstring>
 #include <string_view>
@@ -68,6 +70,14 @@ int utf8Length(const unsigned char* p, const unsigned char* end) {
     return n;
 }
 
+// The bytes a string holds as they are: printable ASCII but the quote and the backslash.
+constexpr auto kPlainInString = [] {
+    std::array<bool, 256> plain{};
+    for (int c = 0x20; c < 0x80; ++c)
+        plain[static_cast<std::size_t>(c)] = c != '"' && c != '\\';
+    return plain;
+}();
+
 } // namespace
 
 // Reads the text into nodes; any refusal is final (the caller turns to Qt).
@@ -89,8 +99,34 @@ public:
 
 private:
     void space() {
-        while (p_ != end_ && (*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t'))
-            ++p_;
+        // A dump is indented: its blanks come in runs, read eight at a time.
+        constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
+        const char* p = p_;
+        if constexpr (std::endian::native == std::endian::little) {
+            while (end_ - p >= 8) {
+                // The first byte that is no blank, counted from the word's lowest byte.
+                const std::uint64_t other = load8(p) ^ kBlanks;
+                if (other == 0) {
+                    p += 8;
+                    continue;
+                }
+                p += std::countr_zero(other) / 8;
+                if (*p != '\n' && *p != '\r' && *p != '\t') {
+                    p_ = p;
+                    return;
+                }
+                ++p;
+            }
+        }
+        while (p != end_ && (*p == ' ' || *p == '\n' || *p == '\r' || *p == '\t'))
+            ++p;
+        p_ = p;
+    }
+
+    static std::uint64_t load8(const char* p) {
+        std::uint64_t w;
+        std::memcpy(&w, p, sizeof w);
+        return w;
     }
 
     bool literal(const char* word, JsonTree::Kind kind, std::uint32_t& out) {
@@ -153,6 +189,18 @@ private:
                 return false;
         }
         double d = 0;
+        // A whole number of up to 15 digits is exact in a double: read it directly.
+        const char* first = *start == '-' ? start + 1 : start;
+        if (p_ - first <= 15 &&
+            std::all_of(first, p_, [](char c) { return c >= '0' && c <= '9'; })) {
+            std::int64_t whole = 0;
+            for (const char* c = first; c != p_; ++c)
+                whole = whole * 10 + (*c - '0');
+            if (whole == 0 && first != start)
+                return false;
+            out = t_.addNumber(first != start ? -double(whole) : double(whole));
+            return true;
+        }
         const auto [at, error] = std::from_chars(start, p_, d);
         // Qt refuses what does not fit a double and keeps no minus on a zero.
         if (error != std::errc() || at != p_ || (d == 0 && *start == '-'))
@@ -166,6 +214,10 @@ private:
         const char* start = ++p_;
         bool escaped = false;
         while (true) {
+            const char* p = p_;
+            while (p != end_ && kPlainInString[static_cast<unsigned char>(*p)])
+                ++p;
+            p_ = p;
             if (p_ == end_)
                 return false;
             const auto c = static_cast<unsigned char>(*p_);
@@ -324,13 +376,6 @@ private:
     std::vector<std::uint32_t> pending_;
     std::vector<std::string_view> names_;
 };
-
-std::uint32_t JsonTree::add(Kind kind, Text text, std::uint32_t count, std::uint32_t data) {
-    nodes_.push_back(Node{static_cast<std::uint32_t>(kind) |
-                              (static_cast<std::uint32_t>(text) << 3) | (count << 5),
-                          data});
-    return static_cast<std::uint32_t>(nodes_.size() - 1);
-}
 
 std::uint32_t JsonTree::addNumber(double value) {
     numbers_.push_back(value);
@@ -517,17 +562,39 @@ JsonValue JsonValue::at(qsizetype index) const {
     return JsonValue(tree_, tree_->links_[n.data + static_cast<std::size_t>(index)]);
 }
 
+JsonName::JsonName(const QString& name) : text_(name) {
+    isAscii_ = std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; });
+    if (isAscii_)
+        ascii_ = name.toLatin1();
+}
+
 JsonValue JsonValue::value(const QString& name) const {
-    if (!isObject())
+    std::uint32_t next = 0;
+    return value(JsonName(name), next);
+}
+
+JsonValue JsonValue::value(const JsonName& name, std::uint32_t& next) const {
+    if (tree_ == nullptr || tree_->nodes_[node_].kind() != JsonTree::Kind::Object)
         return {};
-    const JsonTree::Node& n = tree_->nodes_[node_];
-    const bool ascii =
-        std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; });
+    const JsonTree& tree = *tree_;
+    const JsonTree::Node& n = tree.nodes_[node_];
+    const std::uint32_t* links = tree.links_.data() + n.data;
+    const char* text = tree.text_.constData();
+    const char* bytes = name.ascii_.constData();
+    const auto length = static_cast<std::uint32_t>(name.ascii_.size());
     const std::uint32_t count = n.count();
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const std::uint32_t key = tree_->links_[n.data + 2 * std::size_t(i)];
-        if (tree_->sameName(tree_->nodes_[key], name, ascii))
-            return JsonValue(tree_, tree_->links_[n.data + 2 * std::size_t(i) + 1]);
+    std::uint32_t member = next < count ? next : 0;
+    for (std::uint32_t tried = 0; tried < count; ++tried) {
+        const JsonTree::Node& key = tree.nodes_[links[2 * std::size_t(member)]];
+        const bool same =
+            name.isAscii_ && key.text() != JsonTree::Text::Held
+                ? key.count() == length && std::memcmp(text + key.data, bytes, length) == 0
+                : tree.sameName(key, name.text_, name.isAscii_);
+        if (same) {
+            next = member + 1;
+            return JsonValue(tree_, links[2 * std::size_t(member) + 1]);
+        }
+        member = member + 1 < count ? member + 1 : 0;
     }
     return {};
 }

@@ -10,6 +10,20 @@ namespace tavik {
 
 class JsonTree;
 
+// A member's name, prepared once for the many look-ups of a dump's fields: a name of plain
+// ASCII is compared with the member's bytes in place.
+class JsonName {
+public:
+    JsonName(const QString& name); // NOLINT(google-explicit-constructor): any text names
+    const QString& text() const { return text_; }
+
+private:
+    friend class JsonValue;
+    QString text_;
+    QByteArray ascii_;
+    bool isAscii_ = false;
+};
+
 // One value of a JsonTree, read as a QJsonValue reads: a missing value is none of the kinds,
 // its text empty, its number 0. Valid while its tree lives.
 class JsonValue {
@@ -34,6 +48,10 @@ public:
     JsonValue at(qsizetype index) const;
     bool contains(const QString& name) const { return value(name).tree_ != nullptr; }
     JsonValue value(const QString& name) const;
+    // The same, looking first from member `next` on (names are unique in an object) and
+    // leaving `next` after the member found: fields read in the order written find each
+    // other at once.
+    JsonValue value(const JsonName& name, std::uint32_t& next) const;
 
 private:
     friend class JsonTree;
@@ -82,7 +100,12 @@ private:
     static constexpr qsizetype kMaxText = qsizetype(1) << 27;
 
     std::uint32_t add(Kind kind, Text text = Text::Plain, std::uint32_t count = 0,
-                      std::uint32_t data = 0);
+                      std::uint32_t data = 0) {
+        nodes_.push_back(Node{static_cast<std::uint32_t>(kind) |
+                                  (static_cast<std::uint32_t>(text) << 3) | (count << 5),
+                              data});
+        return static_cast<std::uint32_t>(nodes_.size() - 1);
+    }
     std::uint32_t addNumber(double value);
     std::uint32_t addHeld(QString text);
     std::uint32_t convert(const QJsonValue& value);

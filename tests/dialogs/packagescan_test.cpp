@@ -35,21 +35,17 @@ TEST(ScanPackages, ListsNamedPackagesInTheOrderOfTheListing) {
     TempDir data;
     makePackage(data, "Linie2", "Linie 2");
     makePackage(data, "linie1", "Linie 1");
-    clsZELDB store;
-    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data));
     ASSERT_EQ(found.size(), 2);
     EXPECT_EQ(found[0].Name, QStringLiteral("Linie 1"));
     EXPECT_EQ(found[0].Folder, dataFolder(data) + QDir::separator() + "linie1");
     EXPECT_EQ(found[1].Name, QStringLiteral("Linie 2"));
-    // The store holds the last index read.
-    EXPECT_EQ(store.GetSetting("INFO", "Name", ""), Variant::fromString("Linie 2"));
 }
 
 TEST(ScanPackages, AnEmptyDataFolderListsNothing) {
     TempDir data;
-    clsZELDB store;
-    EXPECT_TRUE(ScanPackages(dataFolder(data), store).isEmpty());
-    EXPECT_TRUE(ScanPackages(data.file("missing/"), store).isEmpty());
+    EXPECT_TRUE(ScanPackages(dataFolder(data)).isEmpty());
+    EXPECT_TRUE(ScanPackages(data.file("missing/")).isEmpty());
 }
 
 TEST(ScanPackages, LeavesOutAnEmptyNameAndAFolderWithoutIndex) {
@@ -58,8 +54,7 @@ TEST(ScanPackages, LeavesOutAnEmptyNameAndAFolderWithoutIndex) {
     makePackage(data, "B", "");
     QDir(data.path()).mkdir("C");
     data.write("D/Package.io", "not an index");
-    clsZELDB store;
-    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data));
     ASSERT_EQ(found.size(), 1);
     EXPECT_EQ(found[0].Name, QStringLiteral("Erstes"));
 }
@@ -76,8 +71,7 @@ TEST(ScanPackages, AFolderWhoseIndexDoesNotOpenIsNotListedUnderTheNameReadBefore
     ASSERT_FALSE(probe.OpenIOFile(data.file("B/Package.io")));
     ASSERT_EQ(probe.GetSetting("INFO", "Name", ""), Variant::fromString("Erstes"));
 
-    clsZELDB store;
-    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data));
     ASSERT_EQ(found.size(), 2);
     EXPECT_EQ(found[0].Name, QStringLiteral("Erstes"));
     EXPECT_EQ(found[0].Folder, dataFolder(data) + QDir::separator() + "A");
@@ -91,8 +85,7 @@ TEST(ScanPackages, DeletesZeroLengthFilesAndKeepsOthers) {
     data.write("empty.txt", "");
     data.write("notes.txt", "something");
     data.write("A/empty.wav", "");
-    clsZELDB store;
-    EXPECT_EQ(ScanPackages(dataFolder(data), store).size(), 1);
+    EXPECT_EQ(ScanPackages(dataFolder(data)).size(), 1);
     EXPECT_FALSE(QFile::exists(data.file("empty.txt")));
     EXPECT_TRUE(QFile::exists(data.file("notes.txt")));
     // Only files lying directly in the data folder are touched.
@@ -124,8 +117,7 @@ TEST(ScanPackages, AFolderWhoseNameIsNotUtf8IsLeftOutAndNothingIsMadeUnderAnothe
             << index.toBytes().toStdString();
     }
     const QStringList before = QDir(data.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-    clsZELDB store;
-    const QList<PackageCandidate> found = ScanPackages(dataFolder(data), store);
+    const QList<PackageCandidate> found = ScanPackages(dataFolder(data));
     ASSERT_EQ(found.size(), 1);
     EXPECT_EQ(found[0].Name, QStringLiteral("Linie 1"));
     EXPECT_EQ(QDir(data.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);

@@ -6,6 +6,7 @@ list(APPEND TAVIK_CORE_TESTS
     package/loudnesscheck_test.cpp
     package/clszeldb_test.cpp
     package/clszeldb_lookup_test.cpp
+    package/clszeldb_keyopen_test.cpp
     package/demopackage_test.cpp
     package/zeldb_hostile_test.cpp
     package/jsontextwriter_test.cpp
