@@ -6,14 +6,17 @@
 #include "audio/sentencerender.h"
 #include "audio/sequenceplayer.h"
 #include "audio/soundreader.h"
+#include "audio/timelinelayout.h"
 #include "monitorrecording.h"
 #include "service/dienstfixture.h"
+#include "service/sentencetimeline.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "util/reportlist.h"
 #include "util/tickcount.h"
 
 #include <QElapsedTimer>
+#include <QSet>
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
@@ -409,4 +412,61 @@ TEST(RealOutputEditor, TheMainWindowsPlaySoundsTheWholeAnnouncement) {
     const std::vector<Segment> heard = segmentsAt(recorded.left, 0.35f);
     ASSERT_EQ(heard.size(), 1u);
     EXPECT_NEAR(framesToMs(heard[0].cut - heard[0].onset), 250.0, 3.0);
+}
+
+TEST(RealOutputEditor, TheTimelineCursorFollowsTheRealOutputsPositionWhileItIsHeard) {
+    DienstHost host(station());
+    const QList<float> levels = {0.15f, 0.35f, 0.55f};
+    useLevels(host, levels);
+    frmDienst* editor = host.openEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->cmdAdd()->click();
+    press(editor, editor->cmdSave());
+    editor->Saetze()[0].Targets[1].TimeOffset = 150;
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+    SentenceTimeline* timeline = editor->timeline();
+    const QList<TimelineBlock> blocks = timeline->blocks();
+    ASSERT_EQ(blocks.size(), 3);
+    struct Sample {
+        qint64 cursor;
+        int entry;
+        qint64 output;
+    };
+    std::vector<Sample> samples;
+    QTimer sampler;
+    sampler.setInterval(15);
+    QObject::connect(&sampler, &QTimer::timeout, [&] {
+        const int entry = timeline->playingEntry();
+        if (entry < 0)
+            return;
+        const qint64 cursor = timeline->cursorMs();
+        const qint64 position = host.mci.PlayPosition(blocks[entry].key);
+        samples.push_back({cursor, entry,
+                           blocks[entry].startMs +
+                               std::min(position, blocks[entry].stopMs - blocks[entry].startMs)});
+    });
+    const Heard recorded = recordWhile(host.backend, [&] {
+        samples.clear();
+        sampler.start();
+        press(editor, editor->cmdPlay());
+        sampler.stop();
+    });
+    // The sentence was heard, each entry at its level.
+    for (const float level : levels)
+        EXPECT_FALSE(segmentsAt(recorded.left, level).empty()) << level;
+    ASSERT_GE(samples.size(), 10u);
+    std::vector<qint64> lags;
+    QSet<int> entries;
+    for (const Sample& s : samples) {
+        lags.push_back(std::abs(s.cursor - s.output));
+        EXPECT_LE(lags.back(), 50) << s.entry << ' ' << s.cursor << ' ' << s.output;
+        entries.insert(s.entry);
+    }
+    EXPECT_EQ(entries, (QSet<int>{0, 1, 2}));
+    std::sort(lags.begin(), lags.end());
+    std::fprintf(stderr,
+                 "timeline cursor against the output's position: median %lld ms, worst %lld ms "
+                 "over %zu samples\n",
+                 static_cast<long long>(lags[lags.size() / 2]), static_cast<long long>(lags.back()),
+                 lags.size());
 }
