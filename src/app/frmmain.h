@@ -236,6 +236,7 @@ private:
     void buildSortMenu();
     void buildLoudnessColumn();
     void applyLoudnessTexts();
+    QString loudnessColumnTitle() const;
     void measureListLoudness();
     // The title column, given its width, makes room for a shown loudness column.
     void fitLoudnessColumn();

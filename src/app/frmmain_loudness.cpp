@@ -28,9 +28,6 @@ constexpr int kSettleMs = 300;
 } // namespace
 
 void frmMain::buildLoudnessColumn() {
-    lsvPack_->AddColumn(QStringLiteral("Lautheit"), kLoudnessColumnWidth);
-    lsvPack_->setColumnHidden(kLoudnessColumn, true);
-
     mnuView_ = menuBar()->addMenu(QStringLiteral("Ansi&cht"));
     mnuView_->setObjectName(QStringLiteral("mnuView"));
     mnuLoudness_ = mnuView_->addAction(QStringLiteral("&Lautheit"));
@@ -61,12 +58,17 @@ void frmMain::applyLoudnessTexts() {
     mnuView_->setTitle(LangTextOr(language_, LangText::MenuView, QStringLiteral("Ansi&cht")));
     mnuLoudness_->setText(
         LangTextOr(language_, LangText::MenuLoudnessColumn, QStringLiteral("&Lautheit")));
-    lsvPack_->SetColumnText(kLoudnessColumn + 1, LangTextOr(language_, LangText::LoudnessColumn,
-                                                            QStringLiteral("Lautheit")));
+    if (LoudnessColumnShown())
+        lsvPack_->SetColumnText(kLoudnessColumn + 1, loudnessColumnTitle());
+}
+
+QString frmMain::loudnessColumnTitle() const {
+    return LangTextOr(language_, LangText::LoudnessColumn, QStringLiteral("Lautheit"));
 }
 
 bool frmMain::LoudnessColumnShown() const {
-    return !lsvPack_->isColumnHidden(kLoudnessColumn);
+    // Absent, not hidden, while off: screen readers then find only the columns shown.
+    return lsvPack_->ColumnHeadersCount() > kLoudnessColumn;
 }
 
 void frmMain::fitLoudnessColumn() {
@@ -90,11 +92,12 @@ void frmMain::ShowLoudnessColumn(bool shown) {
         mnuLoudness_->setChecked(shown); // comes back here through toggled
     if (shown == LoudnessColumnShown())
         return;
-    lsvPack_->setColumnHidden(kLoudnessColumn, !shown);
     if (shown) {
+        lsvPack_->AddColumn(loudnessColumnTitle(), kLoudnessColumnWidth);
         fitLoudnessColumn();
         measureListLoudness();
     } else {
+        lsvPack_->RemoveLastColumn();
         lsvPack_->setColumnWidth(kTitleColumn, lsvPack_->columnWidth(kTitleColumn) + loudnessRoom_);
         loudnessRoom_ = 0;
         tmrLoudness_->stop();
@@ -120,6 +123,8 @@ void frmMain::applyListLoudness(const LoudnessCheck& result) {
     QHash<QString, const AnnouncementLoudness*> byKey;
     for (const AnnouncementLoudness& a : result.announcements)
         byKey.insert(a.key, &a);
+    if (!LoudnessColumnShown())
+        return;
     for (int i = 1; i <= lsvPack_->Count(); ++i) {
         ReportListItem* row = lsvPack_->ListItems(i);
         const AnnouncementLoudness* found = byKey.value(row->Text());

@@ -284,6 +284,23 @@ int ReportList::AddColumn(const QString& text, double widthTwips) {
     return columns_;
 }
 
+void ReportList::RemoveLastColumn() {
+    checkColumn(columns_);
+    // The items keep a column's data past the column count: wiped, so that a column added
+    // again starts empty.
+    const int column = columns_ - 1;
+    const int roles[] = {Qt::DisplayRole, Qt::ToolTipRole,    Qt::ForegroundRole,
+                         Qt::FontRole,    Qt::DecorationRole, KeyRole,
+                         TagRole,         ForeColorRole,      CheckedRole,
+                         GhostedRole,     IconRole,           SmallIconRole};
+    for (int i = 0; i < topLevelItemCount(); ++i) {
+        for (const int role : roles)
+            topLevelItem(i)->setData(column, role, QVariant());
+    }
+    --columns_;
+    setColumnCount(std::max(columns_, 1));
+}
+
 QString ReportList::ColumnText(int index) const {
     checkColumn(index);
     return headerItem()->text(index - 1);

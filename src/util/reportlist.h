@@ -102,6 +102,8 @@ public:
 
     // Column headers, counted from 1.
     int AddColumn(const QString& text, double widthTwips = 1440.0);
+    // Takes the last column away, its cells with it; a list without columns raises 35600.
+    void RemoveLastColumn();
     int ColumnHeadersCount() const { return columns_; }
     QString ColumnText(int index) const;
     void SetColumnText(int index, const QString& text);

@@ -72,6 +72,8 @@ TEST(MainListLoudness, TheColumnShowsEachSoundsLoudnessOnceSwitchedOnAndFollowsT
     editor.open(folder);
     frmMain& main = *editor.main;
     EXPECT_FALSE(main.LoudnessColumnShown());
+    // Off, the column is not there at all (screen readers see the four columns).
+    EXPECT_EQ(main.lsvPack()->columnCount(), 4);
     EXPECT_EQ(main.mnuView()->title(), QStringLiteral("&View"));
     ASSERT_TRUE(main.mnuView()->actions().contains(main.mnuLoudness()));
 
@@ -105,6 +107,7 @@ TEST(MainListLoudness, TheColumnShowsEachSoundsLoudnessOnceSwitchedOnAndFollowsT
 
     main.mnuLoudness()->trigger();
     EXPECT_FALSE(main.LoudnessColumnShown());
+    EXPECT_EQ(main.lsvPack()->columnCount(), 4);
     EXPECT_EQ(main.lsvPack()->columnWidth(1), titleWidth);
     EXPECT_FALSE(main.MeasuringListLoudness());
 }

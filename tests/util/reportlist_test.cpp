@@ -109,6 +109,25 @@ TEST(ReportList, SubItemsCountFromOneUpToTheColumns) {
     EXPECT_EQ(errorOf([&] { row->SubItem(2); }), 35600);
 }
 
+TEST(ReportList, TheLastColumnCanBeTakenAwayAndAddedAgainEmpty) {
+    ThreeRows f;
+    f.list.AddColumn("Extra", 1000);
+    ReportListItem* row = f.list.ListItems(1);
+    row->SetSubItems(2, "x");
+    f.list.RemoveLastColumn();
+    EXPECT_EQ(f.list.ColumnHeadersCount(), 2);
+    EXPECT_EQ(f.list.columnCount(), 2);
+    EXPECT_EQ(row->SubItemCount(), 1);
+    EXPECT_EQ(errorOf([&] { row->SubItem(2); }), 35600);
+    f.list.AddColumn("Extra", 1000);
+    EXPECT_EQ(row->SubItems(2), QString());
+    f.list.RemoveLastColumn();
+    f.list.RemoveLastColumn();
+    f.list.RemoveLastColumn();
+    EXPECT_EQ(f.list.ColumnHeadersCount(), 0);
+    EXPECT_EQ(errorOf([&] { f.list.RemoveLastColumn(); }), 35600);
+}
+
 TEST(ReportList, SubItemKeysAreUniqueWithinTheirRow) {
     ReportList list;
     list.AddColumn("A");
