@@ -4,6 +4,7 @@
 #include "audio/sentenceschedule.h"
 #include "audio/timelinelayout.h"
 #include "audio/waveform.h"
+#include "service/cursorsamples.h"
 #include "service/dienstfixture.h"
 #include "service/sentencetimeline.h"
 #include "service/servicebytes.h"
@@ -19,9 +20,11 @@
 #include <gtest/gtest.h>
 
 using namespace tavik;
+using tavik::test::CursorSample;
 using tavik::test::DienstHost;
 using tavik::test::openServiceTitled;
 using tavik::test::press;
+using tavik::test::sampleCursor;
 using tavik::test::ServiceBytes;
 using Entry = DienstHost::Entry;
 
@@ -205,35 +208,15 @@ TEST(SentenceTimeline, WhileTheSentencePlaysTheCursorFollowsTheOutputsPositionEn
     SentenceTimeline* timeline = s.editor->timeline();
     const QList<TimelineBlock> blocks = timeline->blocks();
     ASSERT_EQ(blocks.size(), 3);
-    struct Sample {
-        qint64 cursor;
-        int entry;
-        qint64 expected;
-    };
-    std::vector<Sample> samples;
-    QTimer sampler;
-    sampler.setInterval(15);
-    QObject::connect(&sampler, &QTimer::timeout, [&] {
-        const int entry = timeline->playingEntry();
-        if (entry < 0)
-            return;
-        // Read right after the cursor: the position the output reports for that entry now.
-        const qint64 cursor = timeline->cursorMs();
-        const qint64 position = s.host.mci.PlayPosition(blocks[entry].key);
-        samples.push_back({cursor, entry,
-                           blocks[entry].startMs +
-                               std::min(position, blocks[entry].stopMs - blocks[entry].startMs)});
-    });
-    sampler.start();
-    press(s.editor, s.editor->cmdPlay());
-    sampler.stop();
+    const std::vector<CursorSample> samples =
+        sampleCursor(timeline, s.host.mci, [&] { press(s.editor, s.editor->cmdPlay()); });
     ASSERT_GE(samples.size(), 20u);
     qint64 last = -1;
     QSet<int> entries;
-    for (const Sample& sample : samples) {
+    for (const CursorSample& sample : samples) {
         // The cursor is moved every 25 ms from the output's position: never further behind.
-        EXPECT_LE(std::abs(sample.cursor - sample.expected), 50)
-            << sample.entry << ' ' << sample.cursor << ' ' << sample.expected;
+        EXPECT_LE(std::abs(sample.cursor - sample.output), 50)
+            << sample.entry << ' ' << sample.cursor << ' ' << sample.output;
         EXPECT_GE(sample.cursor, last);
         EXPECT_GE(sample.cursor, blocks[sample.entry].startMs);
         EXPECT_LE(sample.cursor, blocks[sample.entry].stopMs);

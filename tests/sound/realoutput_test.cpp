@@ -6,10 +6,9 @@
 #include "audio/sentencerender.h"
 #include "audio/sequenceplayer.h"
 #include "audio/soundreader.h"
-#include "audio/timelinelayout.h"
 #include "monitorrecording.h"
+#include "service/cursorsamples.h"
 #include "service/dienstfixture.h"
-#include "service/sentencetimeline.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "util/reportlist.h"
@@ -366,18 +365,27 @@ void useLevels(DienstHost& host, const QList<float>& levels) {
     host.open(host.folder);
 }
 
+// The service editor with a new sentence of the three places in order, saved, its second
+// entry shifted by 150 ms, and selected; nullptr when the editor did not open.
+frmDienst* openStationSentence(DienstHost& host) {
+    frmDienst* editor = host.openEditor();
+    if (!editor)
+        return nullptr;
+    editor->cmdAdd()->click();
+    press(editor, editor->cmdSave());
+    editor->Saetze()[0].Targets[1].TimeOffset = 150;
+    editor->lsvDienst()->ListItems(1)->SetSelected(true);
+    return editor;
+}
+
 } // namespace
 
 TEST(RealOutputEditor, TheServiceEditorsPlaySoundsOnItsCommandsAndAsItExports) {
     DienstHost host(station());
     const QList<float> levels = {0.15f, 0.35f, 0.55f};
     useLevels(host, levels);
-    frmDienst* editor = host.openEditor();
+    frmDienst* editor = openStationSentence(host);
     ASSERT_NE(editor, nullptr);
-    editor->cmdAdd()->click(); // the three places in order
-    press(editor, editor->cmdSave());
-    editor->Saetze()[0].Targets[1].TimeOffset = 150;
-    editor->lsvDienst()->ListItems(1)->SetSelected(true);
     const Heard recorded = recordWhile(
         host.backend,
         [&] {
@@ -418,38 +426,14 @@ TEST(RealOutputEditor, TheTimelineCursorFollowsTheRealOutputsPositionWhileItIsHe
     DienstHost host(station());
     const QList<float> levels = {0.15f, 0.35f, 0.55f};
     useLevels(host, levels);
-    frmDienst* editor = host.openEditor();
+    frmDienst* editor = openStationSentence(host);
     ASSERT_NE(editor, nullptr);
-    editor->cmdAdd()->click();
-    press(editor, editor->cmdSave());
-    editor->Saetze()[0].Targets[1].TimeOffset = 150;
-    editor->lsvDienst()->ListItems(1)->SetSelected(true);
     SentenceTimeline* timeline = editor->timeline();
     const QList<TimelineBlock> blocks = timeline->blocks();
     ASSERT_EQ(blocks.size(), 3);
-    struct Sample {
-        qint64 cursor;
-        int entry;
-        qint64 output;
-    };
-    std::vector<Sample> samples;
-    QTimer sampler;
-    sampler.setInterval(15);
-    QObject::connect(&sampler, &QTimer::timeout, [&] {
-        const int entry = timeline->playingEntry();
-        if (entry < 0)
-            return;
-        const qint64 cursor = timeline->cursorMs();
-        const qint64 position = host.mci.PlayPosition(blocks[entry].key);
-        samples.push_back({cursor, entry,
-                           blocks[entry].startMs +
-                               std::min(position, blocks[entry].stopMs - blocks[entry].startMs)});
-    });
+    std::vector<CursorSample> samples;
     const Heard recorded = recordWhile(host.backend, [&] {
-        samples.clear();
-        sampler.start();
-        press(editor, editor->cmdPlay());
-        sampler.stop();
+        samples = sampleCursor(timeline, host.mci, [&] { press(editor, editor->cmdPlay()); });
     });
     // The sentence was heard, each entry at its level.
     for (const float level : levels)
@@ -457,7 +441,7 @@ TEST(RealOutputEditor, TheTimelineCursorFollowsTheRealOutputsPositionWhileItIsHe
     ASSERT_GE(samples.size(), 10u);
     std::vector<qint64> lags;
     QSet<int> entries;
-    for (const Sample& s : samples) {
+    for (const CursorSample& s : samples) {
         lags.push_back(std::abs(s.cursor - s.output));
         EXPECT_LE(lags.back(), 50) << s.entry << ' ' << s.cursor << ' ' << s.output;
         entries.insert(s.entry);
