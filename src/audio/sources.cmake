@@ -20,5 +20,10 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/soundreader.cpp
     audio/streamdecoder.cpp
     audio/streamfeed.cpp
-    audio/systembackend.cpp
 )
+# The system's MCI: winmm on Windows, the emulator elsewhere.
+if(WIN32)
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_win.cpp audio/winmmbackend.cpp)
+else()
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_unix.cpp)
+endif()
