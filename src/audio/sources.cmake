@@ -21,9 +21,11 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/streamdecoder.cpp
     audio/streamfeed.cpp
 )
-# The system's MCI: winmm on Windows, the emulator elsewhere.
+# The system's MCI (winmm on Windows, the emulator elsewhere) and its null device for the
+# sound libraries' chatter.
 if(WIN32)
-    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_win.cpp audio/winmmbackend.cpp)
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_win.cpp audio/winmmbackend.cpp
+        audio/quieterrors_win.cpp)
 else()
-    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_unix.cpp)
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_unix.cpp audio/quieterrors_unix.cpp)
 endif()
