@@ -8,6 +8,7 @@
 #include <QThread>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <numbers>
 #include <sndfile.h>
 #include <vector>
 
@@ -31,7 +32,8 @@ QString writeSine(const QString& path, double peakDbfs, int channels, double sec
     const sf_count_t frames = sf_count_t(seconds * rate);
     std::vector<float> samples(static_cast<std::size_t>(frames * channels));
     for (sf_count_t f = 0; f < frames; ++f) {
-        const float v = float(amplitude * std::sin(2.0 * M_PI * 1000.0 * double(f) / rate));
+        const float v =
+            float(amplitude * std::sin(2.0 * std::numbers::pi * 1000.0 * double(f) / rate));
         for (int c = 0; c < channels; ++c)
             samples[static_cast<std::size_t>(f * channels + c)] = v;
     }

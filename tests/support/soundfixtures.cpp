@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cmath>
+#include <numbers>
 #include <sndfile.h>
 #include <vector>
 
@@ -33,7 +34,8 @@ bool writeTone(const QString& path, long long frames, int sampleRate, int channe
     for (long long i = 0; i < frames; ++i)
         for (int c = 0; c < channels; ++c)
             samples[static_cast<std::size_t>(i * channels + c)] =
-                0.3f * static_cast<float>(std::sin(2.0 * M_PI * 440.0 * i / sampleRate));
+                0.3f *
+                static_cast<float>(std::sin(2.0 * std::numbers::pi * 440.0 * i / sampleRate));
     const sf_count_t written = sf_writef_float(file, samples.data(), frames);
     sf_close(file);
     return written == frames;
@@ -75,8 +77,8 @@ bool writeSine(const QString& path, long long frames, int sampleRate, double hz)
     std::vector<float> samples(static_cast<std::size_t>(frames));
     for (long long i = 0; i < frames; ++i)
         samples[static_cast<std::size_t>(i)] =
-            0.5f *
-            static_cast<float>(std::sin(2.0 * M_PI * hz * static_cast<double>(i) / sampleRate));
+            0.5f * static_cast<float>(
+                       std::sin(2.0 * std::numbers::pi * hz * static_cast<double>(i) / sampleRate));
     return writeFrames(path, SF_FORMAT_WAV | SF_FORMAT_PCM_16, sampleRate, 1, samples);
 }
 
