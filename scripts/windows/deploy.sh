@@ -14,6 +14,7 @@ done
 cp "$qt/plugins/platforms/"{qwindows,qoffscreen}.dll "$dest/platforms/"
 cp "$qt/plugins/styles/"*.dll "$dest/styles/"
 cp "$qt/plugins/imageformats/"*.dll "$dest/imageformats/"
+$TAVIK_WIN_TRIPLE-strip --strip-unneeded "$dest"/*.exe
 
 imports() { $TAVIK_WIN_TRIPLE-objdump -p "$1" | sed -n 's/^\s*DLL Name: //p'; }
 
@@ -29,7 +30,8 @@ while [ ${#queue[@]} -gt 0 ]; do
         for dir in "${search[@]}"; do
             found=$(find "$dir" -maxdepth 1 -iname "$dll" -print -quit 2>/dev/null)
             if [ -n "$found" ]; then
-                cp -u "$found" "$dest/"
+                # Stripped: the toolchain's runtime DLLs carry their debugging symbols.
+                [ -f "$dest/$dll" ] || $TAVIK_WIN_TRIPLE-strip --strip-unneeded -o "$dest/$dll" "$found"
                 queue+=("$found")
                 break
             fi
