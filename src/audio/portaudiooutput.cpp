@@ -1,5 +1,6 @@
 #include "portaudiooutput.h"
 
+#include "audio/quieterrors.h"
 #include "util/tickcount.h"
 
 #include <QCoreApplication>
@@ -7,10 +8,8 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <fcntl.h>
 #include <portaudio.h>
 #include <thread>
-#include <unistd.h>
 
 namespace tavik {
 
@@ -58,33 +57,6 @@ double wallSeconds() {
 QString paProblem(PaError error) {
     return QString::fromUtf8(Pa_GetErrorText(error));
 }
-
-// The sound libraries print every device they probe to the error stream; the program reports
-// a device that fails in its own words instead.
-class QuietErrors {
-public:
-    QuietErrors() {
-        std::fflush(stderr);
-        saved_ = ::dup(STDERR_FILENO);
-        const int null = ::open("/dev/null", O_WRONLY);
-        if (saved_ >= 0 && null >= 0)
-            ::dup2(null, STDERR_FILENO);
-        if (null >= 0)
-            ::close(null);
-    }
-    ~QuietErrors() {
-        std::fflush(stderr);
-        if (saved_ >= 0) {
-            ::dup2(saved_, STDERR_FILENO);
-            ::close(saved_);
-        }
-    }
-    QuietErrors(const QuietErrors&) = delete;
-    QuietErrors& operator=(const QuietErrors&) = delete;
-
-private:
-    int saved_ = -1;
-};
 
 } // namespace
 

@@ -21,5 +21,12 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/soundreader.cpp
     audio/streamdecoder.cpp
     audio/streamfeed.cpp
-    audio/systembackend.cpp
 )
+# The system's MCI (winmm on Windows, the emulator elsewhere) and its null device for the
+# sound libraries' chatter.
+if(WIN32)
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_win.cpp audio/winmmbackend.cpp
+        audio/quieterrors_win.cpp)
+else()
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_unix.cpp audio/quieterrors_unix.cpp)
+endif()

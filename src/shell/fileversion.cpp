@@ -1,8 +1,5 @@
 #include "fileversion.h"
 
-#include "util/fileops.h"
-
-#include <QFile>
 #include <QtEndian>
 
 namespace tavik {
@@ -69,14 +66,7 @@ QString FileTypeName(std::uint32_t fileType) {
 }
 
 FileVersionInfo ReadFileVersion(const QString& path) {
-    FixedFileInfo fixed;
-    QFile file(path);
-    if (OpenToRead(file)) {
-        // Mapped, so a large file costs no memory of its own.
-        if (uchar* data = file.map(0, file.size()))
-            fixed = findFixedFileInfo(QByteArray::fromRawData(reinterpret_cast<char*>(data),
-                                                              static_cast<qsizetype>(file.size())));
-    }
+    const FixedFileInfo fixed = ReadFixedFileInfo(path);
     FileVersionInfo info;
     const qsizetype slash = std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/'));
     info.FileName = path.mid(slash + 1);

@@ -29,6 +29,10 @@ struct FixedFileInfo {
 // the system's version calls read, so it works on every platform.
 FixedFileInfo findFixedFileInfo(const QByteArray& bytes);
 
+// The fixed version information of the file at `path`: the system's version call on Windows, the
+// file's own bytes elsewhere; all zero when the file has none or cannot be read.
+FixedFileInfo ReadFixedFileInfo(const QString& path);
+
 // The name of a file type as the about window shows it.
 QString FileTypeName(std::uint32_t fileType);
 

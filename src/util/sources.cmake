@@ -20,11 +20,11 @@ list(APPEND TAVIK_CORE_SOURCES
     util/variant.cpp
     util/vbstrings.cpp
 )
-# The per-user folder of the package locks, one file for each platform.
+# The per-user folder of the package locks and the short form of a path, one file for each platform.
 if(WIN32)
-    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_win.cpp)
+    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_win.cpp util/shortpath_win.cpp)
 else()
-    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_unix.cpp)
+    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_unix.cpp util/shortpath_unix.cpp)
 endif()
 # Report-style lists with their row routines, the editor's push button, and the message, input
 # and file dialogs every window asks through.

@@ -1,11 +1,6 @@
 #include "tickcount.h"
 
-#include <QFileInfo>
 #include <chrono>
-
-#ifdef Q_OS_WIN
-#include <windows.h>
-#endif
 
 namespace tavik {
 
@@ -29,18 +24,6 @@ TickClock::time_point TickStarts(std::int32_t tick) {
     const auto ahead = static_cast<std::int32_t>(static_cast<std::uint32_t>(tick) -
                                                  static_cast<std::uint32_t>(current));
     return TickClock::time_point(now + std::chrono::milliseconds(ahead));
-}
-
-QString ShortPath(const QString& path) {
-#ifdef Q_OS_WIN
-    wchar_t buffer[MAX_PATH];
-    const DWORD n =
-        GetShortPathNameW(reinterpret_cast<const wchar_t*>(path.utf16()), buffer, MAX_PATH);
-    return (n > 0 && n < MAX_PATH) ? QString::fromWCharArray(buffer, static_cast<int>(n))
-                                   : QString();
-#else
-    return QFileInfo::exists(path) ? path : QString();
-#endif
 }
 
 } // namespace tavik

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <numbers>
 #include <sndfile.h>
 #include <vector>
 
@@ -78,7 +79,8 @@ bool writeCase(const QString& path, const FormatCase& c) {
     for (sf_count_t i = 0; i < frames; ++i)
         for (int ch = 0; ch < c.channels; ++ch)
             samples[static_cast<std::size_t>(i * c.channels + ch)] =
-                0.5f * static_cast<float>(std::sin(2.0 * M_PI * 440.0 * i / c.sampleRate));
+                0.5f *
+                static_cast<float>(std::sin(2.0 * std::numbers::pi * 440.0 * i / c.sampleRate));
     const sf_count_t written = sf_writef_float(file, samples.data(), frames);
     sf_close(file);
     return written == frames;
