@@ -66,7 +66,10 @@ void readHeader(ByteReader& in, ZeldbHeader& header) {
     header.Text3 = in.countedString();
     const QByteArray reserved = in.bytes(6);
     header.Reserved.fill(0);
-    std::copy(reserved.begin(), reserved.end(), header.Reserved.begin());
+    // Element by element under a fixed bound: GCC for MinGW cannot see that `bytes` gives at
+    // most six and warns about a copy.
+    for (std::size_t i = 0; i < header.Reserved.size() && qsizetype(i) < reserved.size(); ++i)
+        header.Reserved[i] = static_cast<unsigned char>(reserved[qsizetype(i)]);
     header.ReservedText = in.countedString();
     header.KeyCount = in.i16();
 }
