@@ -10,6 +10,7 @@
 #include "util/reportlist.h"
 
 #include <QLabel>
+#include <QSet>
 #include <QVBoxLayout>
 
 namespace tavik {
@@ -52,8 +53,9 @@ frmCheck::frmCheck(frmMain& main)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lsvFindings_);
     layout->addWidget(lblSummary_);
-    connect(loudnessJob_, &LoudnessJob::Progress, this, [this](int done, int) {
+    connect(loudnessJob_, &LoudnessJob::Progress, this, [this](int done, int total) {
         measured_ = done;
+        toMeasure_ = total;
         showSummary();
     });
     connect(loudnessJob_, &LoudnessJob::Finished, this, [this](const LoudnessCheck& result) {
@@ -87,8 +89,13 @@ void frmCheck::Refresh() {
     findings_ = check.findings;
     measured_ = 0;
     toMeasure_ = 0;
-    for (const CheckedAnnouncement& a : check.announcements)
-        toMeasure_ += a.Measured ? 1 : 0;
+    // Each key is measured once, where it first stands.
+    QSet<QString> keys;
+    for (const CheckedAnnouncement& a : check.announcements) {
+        if (a.Measured)
+            keys.insert(a.Key);
+    }
+    toMeasure_ = static_cast<int>(keys.size());
     if (toMeasure_ > 0)
         loudnessJob_->Start(check.announcements);
     fillRows();

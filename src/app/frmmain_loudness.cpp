@@ -120,11 +120,11 @@ void frmMain::measureListLoudness() {
 }
 
 void frmMain::applyListLoudness(const LoudnessCheck& result) {
+    if (!LoudnessColumnShown())
+        return;
     QHash<QString, const AnnouncementLoudness*> byKey;
     for (const AnnouncementLoudness& a : result.announcements)
         byKey.insert(a.key, &a);
-    if (!LoudnessColumnShown())
-        return;
     for (int i = 1; i <= lsvPack_->Count(); ++i) {
         ReportListItem* row = lsvPack_->ListItems(i);
         const AnnouncementLoudness* found = byKey.value(row->Text());

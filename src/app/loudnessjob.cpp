@@ -41,9 +41,8 @@ void LoudnessJob::Start(const QList<CheckedAnnouncement>& announcements) {
         CachedLoudnessMeter meter(sharedCache());
         meter.stop = &stop_;
         std::atomic<Clock::rep> lastPost = 0;
-        const int total = static_cast<int>(announcements.size());
         // At most one progress signal every 100 ms: thousands of cached sounds take less.
-        meter.progress = [this, generation, total, &lastPost](int done) {
+        meter.progress = [this, generation, &lastPost](int done, int total) {
             const Clock::rep now = Clock::now().time_since_epoch().count();
             Clock::rep last = lastPost.load();
             const auto step =

@@ -19,7 +19,7 @@ QList<std::optional<Loudness>> CachedLoudnessMeter::Measure(const QStringList& p
             figures[static_cast<std::size_t>(i)] = cache_.loudnessOf(paths[i]);
             const int finished = ++done;
             if (progress)
-                progress(finished);
+                progress(finished, static_cast<int>(paths.size()));
         }
     };
     const int cores = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));

@@ -16,8 +16,8 @@ public:
 
     QList<std::optional<Loudness>> Measure(const QStringList& paths) override;
 
-    // Called from the measuring threads with the number of sounds done so far.
-    std::function<void(int done)> progress;
+    // Called from the measuring threads with the number of sounds done so far and of all.
+    std::function<void(int done, int total)> progress;
     // When set, the sounds not measured yet are left without a figure.
     const std::atomic<bool>* stop = nullptr;
     // How many threads measure; 0 for one per core.

@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -42,6 +43,13 @@ TEST(CheckWindowLoudness, AWarningAndTheMedianJoinTheFindingsInTheEditorsLanguag
     QTest::mouseClick(editor.main->cmdCheck(), Qt::LeftButton);
     frmCheck* window = editor.main->checkWindow();
     ASSERT_NE(window, nullptr);
+    // The click returns before the sounds are measured; the summary says what goes on.
+    ASSERT_TRUE(window->MeasuringLoudness());
+    EXPECT_TRUE(
+        QRegularExpression(QStringLiteral("^Lautheit wird gemessen: [0-4] von 4 Klängen\\.\\.\\.$"))
+            .match(window->lblSummary()->text())
+            .hasMatch())
+        << window->lblSummary()->text().toStdString();
     QTRY_VERIFY_WITH_TIMEOUT(!window->MeasuringLoudness(), 20000);
 
     ReportList* list = window->lsvFindings();
