@@ -113,6 +113,9 @@ frmMain::frmMain(Language& language, modMCI& mci, EventLog& eventLog, QWidget* p
 }
 
 frmMain::~frmMain() {
+    // The list empties itself as it goes, after this window has stopped being one: its last
+    // signals must not reach the loudness column's handlers.
+    disconnect(lsvPack_->model(), nullptr, this, nullptr);
     // Files still set aside go where the package on disk wants them.
     closeEditedPackage();
 }
