@@ -10,7 +10,6 @@
 #include "util/reportlist.h"
 
 #include <QLabel>
-#include <QSet>
 #include <QVBoxLayout>
 
 namespace tavik {
@@ -88,14 +87,7 @@ void frmCheck::Refresh() {
     const PackageCheck check = CheckPackage(main_.PackageFolder, sounds);
     findings_ = check.findings;
     measured_ = 0;
-    toMeasure_ = 0;
-    // Each key is measured once, where it first stands.
-    QSet<QString> keys;
-    for (const CheckedAnnouncement& a : check.announcements) {
-        if (a.Measured)
-            keys.insert(a.Key);
-    }
-    toMeasure_ = static_cast<int>(keys.size());
+    toMeasure_ = static_cast<int>(SoundsToMeasure(check.announcements).size());
     if (toMeasure_ > 0)
         loudnessJob_->Start(check.announcements);
     fillRows();

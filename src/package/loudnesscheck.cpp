@@ -8,20 +8,27 @@
 
 namespace tavik {
 
-LoudnessCheck CheckLoudness(const QList<CheckedAnnouncement>& announcements, LoudnessMeter& meter) {
+QList<const CheckedAnnouncement*> SoundsToMeasure(const QList<CheckedAnnouncement>& announcements) {
     QList<const CheckedAnnouncement*> measured;
-    QStringList paths;
     QSet<QString> seen;
     for (const CheckedAnnouncement& a : announcements) {
         if (!a.Measured || a.SoundPath.isEmpty() || seen.contains(a.Key))
             continue;
         seen.insert(a.Key);
         measured << &a;
-        paths << a.SoundPath;
     }
+    return measured;
+}
+
+LoudnessCheck CheckLoudness(const QList<CheckedAnnouncement>& announcements, LoudnessMeter& meter) {
+    const QList<const CheckedAnnouncement*> measured = SoundsToMeasure(announcements);
+    QStringList paths;
+    for (const CheckedAnnouncement* a : measured)
+        paths << a->SoundPath;
     const QList<std::optional<Loudness>> figures = meter.Measure(paths);
 
     LoudnessCheck result;
+    QStringList keys;
     QList<Loudness> sounds;
     for (qsizetype i = 0; i < measured.size() && i < figures.size(); ++i) {
         if (!figures[i])
@@ -29,13 +36,15 @@ LoudnessCheck CheckLoudness(const QList<CheckedAnnouncement>& announcements, Lou
         const CheckedAnnouncement& a = *measured[i];
         result.announcements << AnnouncementLoudness{
             a.Key, a.Position, QFileInfo(a.SoundPath).fileName(), *figures[i]};
+        keys << a.Key;
         sounds << *figures[i];
     }
     result.medianLufs = MedianLoudness(sounds);
-    for (const AnnouncementLoudness& a : std::as_const(result.announcements)) {
+    const QList<LoudnessVerdict> verdicts = JudgeLoudness(keys, sounds);
+    for (qsizetype i = 0; i < verdicts.size(); ++i) {
+        const AnnouncementLoudness& a = result.announcements[i];
         const Loudness& l = a.loudness;
-        if (result.medianLufs && l.integratedLufs &&
-            std::abs(*l.integratedLufs - *result.medianLufs) > kLoudnessSpreadLu) {
+        if (verdicts[i].farFromMedian) {
             const double distance = *l.integratedLufs - *result.medianLufs;
             result.findings << Finding{
                 Severity::Warning,
@@ -50,7 +59,7 @@ LoudnessCheck CheckLoudness(const QList<CheckedAnnouncement>& announcements, Lou
                            {LoudnessFigure(*l.integratedLufs), LoudnessFigure(std::abs(distance)),
                             LoudnessFigure(*result.medianLufs)})};
         }
-        if (l.truePeakDbtp > kLoudnessPeakLimitDbtp)
+        if (verdicts[i].peakTooHigh)
             result.findings << Finding{
                 Severity::Warning,
                 FindingKind::TruePeakHigh,

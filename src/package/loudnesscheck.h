@@ -23,6 +23,10 @@ struct LoudnessCheck {
     QList<Finding> findings;
 };
 
+// The announcements whose sound the check opened, each key once, at its first place: what
+// CheckLoudness measures.
+QList<const CheckedAnnouncement*> SoundsToMeasure(const QList<CheckedAnnouncement>& announcements);
+
 // Measures every announcement whose sound the check opened (each key once, at its first
 // place) and warns where one lies far from the package's median or peaks too high.
 LoudnessCheck CheckLoudness(const QList<CheckedAnnouncement>& announcements, LoudnessMeter& meter);
