@@ -27,6 +27,7 @@
 #include "util/fileops.h"
 #include "util/listrows.h"
 #include "util/msgbox.h"
+#include "util/platformnames.h"
 #include "util/reportlist.h"
 #include "util/runtimeerror.h"
 #include "util/windowplacement.h"
@@ -422,11 +423,8 @@ void frmMain::cmdCompress_Click() {
 }
 
 QString frmMain::PackerPath() {
-#ifdef Q_OS_WIN
-    return NativePath(AppPath() + QStringLiteral("\\tavikpm.exe"));
-#else
-    return NativePath(AppPath() + QStringLiteral("\\tavikpm"));
-#endif
+    return NativePath(AppPath() + QStringLiteral("\\") +
+                      ProgramFileName(QStringLiteral("tavikpm")));
 }
 
 void frmMain::cmdDebug_Click() {

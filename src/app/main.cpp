@@ -1,3 +1,4 @@
+#include "app/activewindow.h"
 #include "app/frmmain.h"
 #include "app/tavikapplication.h"
 #include "audio/modmci.h"
@@ -7,8 +8,6 @@
 #include "settings/runtimeerrortext.h"
 #include "util/apppath.h"
 #include "util/runtimeerror.h"
-
-#include <QWidget>
 
 // The editor's start object: the main window, after its start-up has run.
 int main(int argc, char** argv) {
@@ -22,15 +21,7 @@ int main(int argc, char** argv) {
     const std::unique_ptr<tavik::MciBackend> backend = tavik::createSystemMciBackend();
     tavik::modMCI mci(
         *backend, [&eventLog](const QString& line) { eventLog.WriteLog(line); },
-        [] {
-            QWidget* active = QApplication::activeWindow();
-#ifdef Q_OS_WIN
-            return static_cast<qintptr>(active ? active->winId() : 0);
-#else
-            // The emulator only keeps the value: no native window is needed for it.
-            return reinterpret_cast<qintptr>(active);
-#endif
-        });
+        tavik::ActiveWindowHandle);
     tavik::frmMain window(language, mci, eventLog);
     // Start-up runs before the event loop: a runtime error there is shown by the same handler
     // as one inside it, and the editor goes on with what was set up.

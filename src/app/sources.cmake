@@ -23,3 +23,9 @@ list(APPEND TAVIK_UI_SOURCES
 list(APPEND TAVIK_CORE_SOURCES
     app/setasidefiles.cpp
 )
+# The window handle MCI commands carry: the system's on Windows.
+if(WIN32)
+    list(APPEND TAVIK_UI_SOURCES app/activewindow_win.cpp)
+else()
+    list(APPEND TAVIK_UI_SOURCES app/activewindow_unix.cpp)
+endif()

@@ -24,14 +24,7 @@ constexpr int kCommandReplyBuffer = 128;
 constexpr int kLengthReplyBuffer = 15;
 
 QString shortPathForOpen(const QString& path) {
-    QString result = ShortPath(path);
-#ifdef Q_OS_WIN
-    if (result.size() >= kShortPathBuffer)
-        return {};
-#else
-    // There is no short-name buffer here: the path is its own short form at any length.
-    Q_UNUSED(kShortPathBuffer);
-#endif
+    const QString result = ShortPathInBuffer(path, kShortPathBuffer);
     const qsizetype nul = result.indexOf(QChar(0));
     return nul < 0 ? result : result.left(nul);
 }

@@ -2,10 +2,10 @@
 
 #include "package/packagefolder.h"
 #include "util/fileops.h"
+#include "util/platformnames.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStorageInfo>
 #include <algorithm>
 
 namespace tavik {
@@ -26,27 +26,6 @@ bool matchesOne(const QString& pattern, const QString& name) {
 }
 
 } // namespace
-
-QStringList DriveRoots() {
-    QStringList roots;
-#ifdef Q_OS_WIN
-    for (const QFileInfo& drive : QDir::drives())
-        roots << QDir::toNativeSeparators(drive.absoluteFilePath());
-#else
-    // No drive letters: the root first, then every other volume by where it is mounted.
-    QStringList volumes;
-    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
-        if (!volume.isValid() || !volume.isReady())
-            continue;
-        const QString root = volume.rootPath();
-        if (root != QDir::rootPath() && !volumes.contains(root))
-            volumes << root;
-    }
-    sortByName(volumes);
-    roots << QDir::rootPath() << volumes;
-#endif
-    return roots;
-}
 
 QString DriveOf(const QString& folder) {
     const QString path =

@@ -1,15 +1,14 @@
 #pragma once
 
+// DriveRoots, which the drive list offers, is one of the platform's names.
+#include "util/platformnames.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 namespace tavik {
-
-// What the drive list offers: the drive letters where there are drives, else the file
-// system's root followed by the root of every other mounted volume.
-QStringList DriveRoots();
 
 // The drive (or volume root) a folder lies on, one of DriveRoots() when it is listed there.
 QString DriveOf(const QString& folder);

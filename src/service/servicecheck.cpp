@@ -5,6 +5,7 @@
 #include "service/servicefiles.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
+#include "util/platformnames.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -12,12 +13,6 @@
 namespace tavik {
 
 namespace {
-
-#ifdef Q_OS_WIN
-constexpr Qt::CaseSensitivity kFileNameCase = Qt::CaseInsensitive;
-#else
-constexpr Qt::CaseSensitivity kFileNameCase = Qt::CaseSensitive;
-#endif
 
 Finding serviceFinding(Severity severity, FindingKind kind, const QString& file,
                        const QString& detail, const QString& sentence = {}, int entry = 0,
@@ -122,7 +117,7 @@ QList<Finding> CheckServiceFile(const QString& path, const QList<CheckedAnnounce
                               detailText(DetailText::IdLeavesPackage, {read.header.Id}));
     else if (QFileInfo(ServiceFilePath(QFileInfo(path).absolutePath(), read.header.Id))
                  .fileName()
-                 .compare(file, kFileNameCase) != 0)
+                 .compare(file, FileNameCase()) != 0)
         out << serviceFinding(Severity::Note, FindingKind::ServiceId, file,
                               detailText(DetailText::IdNamesOtherFile, {read.header.Id}));
     for (const QString& text :

@@ -21,18 +21,8 @@ QString resolveProgramFolder(const QString& tavikHome, const QString& executable
 QString AppPath() {
     const QString exeDir =
         QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
-    return resolveProgramFolder(QString::fromLocal8Bit(qgetenv("TAVIK_HOME")), exeDir,
+    return resolveProgramFolder(qEnvironmentVariable("TAVIK_HOME"), exeDir,
                                 QStringLiteral(TAVIK_SOURCE_ROOT));
-}
-
-QString NativePath(const QString& text) {
-#ifdef Q_OS_WIN
-    return text;
-#else
-    QString s = text;
-    s.replace(u'\\', u'/');
-    return s;
-#endif
 }
 
 } // namespace tavik

@@ -1,5 +1,6 @@
 #include "fileops.h"
 
+#include "fileaccess.h"
 #include "runtimeerror.h"
 
 #include <QDir>
@@ -10,12 +11,6 @@
 #include <cerrno>
 #include <mutex>
 #include <optional>
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
 
 namespace tavik {
 
@@ -64,45 +59,15 @@ void refuseAsTarget(const QString& path) {
         throw RuntimeError(rt::PathNotFound);
 }
 
-// Writes every byte or raises the runtime's error for what the system answered. Straight to
-// the descriptor where there is one, so the system's own error number is known.
+// Writes every byte or raises the runtime's error for what the system answered; the test seam
+// can make it fail halfway.
 void writeAll(QFileDevice& file, const char* data, qint64 size,
               const std::optional<WriteFault>& fault) {
     if (fault && fault->step == WriteStep::Write) {
         writeAll(file, data, size / 2, std::nullopt);
         raiseSystemError(fault->systemError);
     }
-#ifdef Q_OS_UNIX
-    const int fd = file.handle();
-    if (fd >= 0) {
-        while (size > 0) {
-            const ssize_t done = ::write(fd, data, static_cast<size_t>(size));
-            if (done < 0 && errno == EINTR)
-                continue;
-            if (done < 0)
-                raiseSystemError(errno);
-            if (done == 0)
-                raiseSystemError(ENOSPC);
-            data += done;
-            size -= done;
-        }
-        return;
-    }
-#endif
-    if (file.write(data, size) != size || !file.flush())
-        throw RuntimeError(rt::PathFileAccess);
-}
-
-void syncToDisk(QFileDevice& file) {
-#ifdef Q_OS_UNIX
-    const int fd = file.handle();
-    // A file system that cannot sync says so with EINVAL; that is no failed write.
-    if (fd >= 0 && ::fsync(fd) != 0 && errno != EINVAL)
-        raiseSystemError(errno);
-#else
-    if (!file.flush())
-        throw RuntimeError(rt::PathFileAccess);
-#endif
+    WriteEveryByte(file, data, size);
 }
 
 } // namespace
@@ -127,7 +92,7 @@ void AtomicFileWriter::write(const char* data, qint64 size) {
 
 void AtomicFileWriter::commit() {
     failIfAt(fault_, WriteStep::Sync);
-    syncToDisk(file_);
+    SyncToDisk(file_);
     if (fault_ && fault_->step == WriteStep::Commit) {
         file_.cancelWriting();
         file_.commit();
@@ -222,36 +187,6 @@ qint64 FileLen(const QString& path) {
     if (!info.exists() || info.isDir())
         throw RuntimeError(rt::FileNotFound);
     return info.size();
-}
-
-bool IsFaithfulName(const QByteArray& native) {
-#ifdef Q_OS_UNIX
-    return QFile::encodeName(QFile::decodeName(native)) == native;
-#else
-    Q_UNUSED(native);
-    return true;
-#endif
-}
-
-bool OpenToRead(QFile& file) {
-#ifdef Q_OS_UNIX
-    // Opened without blocking and checked on the open descriptor: a pipe put in place after a
-    // look at the name would still block an ordinary open.
-    const int fd =
-        ::open(QFile::encodeName(file.fileName()).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
-        return false;
-    struct stat st {};
-    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) ||
-        ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK) != 0 ||
-        !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
-        return false;
-    }
-    return true;
-#else
-    return QFileInfo(file.fileName()).isFile() && file.open(QIODevice::ReadOnly);
-#endif
 }
 
 void FileCopy(const QString& source, const QString& destination) {

@@ -18,4 +18,9 @@ QString ShortPath(const QString& path) {
                                  : QString();
 }
 
+QString ShortPathInBuffer(const QString& path, qsizetype buffer) {
+    const QString result = ShortPath(path);
+    return result.size() < buffer ? result : QString();
+}
+
 } // namespace tavik

@@ -20,11 +20,14 @@ list(APPEND TAVIK_CORE_SOURCES
     util/variant.cpp
     util/vbstrings.cpp
 )
-# The per-user folder of the package locks and the short form of a path, one file for each platform.
+# The per-user folder of the package locks, the short form of a path, how paths and names are
+# spelled and compared, and the drives: one file for each platform.
 if(WIN32)
-    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_win.cpp util/shortpath_win.cpp)
+    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_win.cpp util/shortpath_win.cpp
+        util/nativepath_win.cpp util/platformnames_win.cpp util/fileaccess_win.cpp)
 else()
-    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_unix.cpp util/shortpath_unix.cpp)
+    list(APPEND TAVIK_CORE_SOURCES util/lockfolder_unix.cpp util/shortpath_unix.cpp
+        util/nativepath_unix.cpp util/platformnames_unix.cpp util/fileaccess_unix.cpp)
 endif()
 # Report-style lists with their row routines, the editor's push button, and the message, input
 # and file dialogs every window asks through.

@@ -21,4 +21,8 @@ TickClock::time_point TickStarts(std::int32_t tick);
 // file exists; a path that names nothing has no short form and gives "".
 QString ShortPath(const QString& path);
 
+// ShortPath as a call with a buffer of `buffer` characters gives it: "" when the short form
+// does not fit (with its closing NUL). Systems without short names have no such buffer.
+QString ShortPathInBuffer(const QString& path, qsizetype buffer);
+
 } // namespace tavik

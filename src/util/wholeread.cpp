@@ -1,15 +1,10 @@
 #include "wholeread.h"
 
+#include "fileaccess.h"
 #include "fileops.h"
 
-#include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
 #include <QThread>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 namespace tavik {
 
@@ -19,53 +14,7 @@ namespace {
 // after this many reads is being written continuously and is refused rather than guessed at.
 constexpr int kAttempts = 8;
 
-#ifdef Q_OS_UNIX
-qint64 nanoseconds(const timespec& t) {
-    return static_cast<qint64>(t.tv_sec) * 1000000000LL + t.tv_nsec;
-}
-
-FileStamp fromStat(const struct stat& st) {
-    FileStamp stamp;
-    stamp.exists = true;
-    stamp.size = st.st_size;
-    stamp.modifiedNs = nanoseconds(st.st_mtim);
-    stamp.changedNs = nanoseconds(st.st_ctim);
-    stamp.identity = (static_cast<quint64>(st.st_dev) << 32) ^ static_cast<quint64>(st.st_ino);
-    return stamp;
-}
-#endif
-
-FileStamp stampOfOpenFile(QFile& file) {
-#ifdef Q_OS_UNIX
-    struct stat st {};
-    if (::fstat(file.handle(), &st) != 0)
-        return {};
-    return fromStat(st);
-#else
-    return StampOf(file.fileName());
-#endif
-}
-
 } // namespace
-
-FileStamp StampOf(const QString& path) {
-#ifdef Q_OS_UNIX
-    struct stat st {};
-    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
-        return {};
-    return fromStat(st);
-#else
-    const QFileInfo info(path);
-    if (!info.exists())
-        return {};
-    FileStamp stamp;
-    stamp.exists = true;
-    stamp.size = info.size();
-    stamp.modifiedNs = info.lastModified().toMSecsSinceEpoch() * 1000000LL;
-    stamp.changedNs = info.metadataChangeTime().toMSecsSinceEpoch() * 1000000LL;
-    return stamp;
-#endif
-}
 
 WholeRead ReadWholeFile(const QString& path, qint64 maxBytes) {
     WholeRead result;
@@ -77,10 +26,10 @@ WholeRead ReadWholeFile(const QString& path, qint64 maxBytes) {
             result.status = WholeRead::Status::CannotOpen;
             return result;
         }
-        const FileStamp before = stampOfOpenFile(file);
+        const FileStamp before = StampOfOpenFile(file);
         // Read, never mapped: a mapped file that shrinks faults on the pages it lost.
         const QByteArray bytes = maxBytes < 0 ? file.readAll() : file.read(maxBytes);
-        const FileStamp after = stampOfOpenFile(file);
+        const FileStamp after = StampOfOpenFile(file);
         const bool whole = maxBytes < 0 ? bytes.size() == after.size
                                         : bytes.size() == std::min(after.size, maxBytes);
         if (file.error() == QFileDevice::NoError && before.exists && before == after && whole) {
