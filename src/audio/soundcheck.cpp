@@ -1,5 +1,7 @@
 #include "soundcheck.h"
 
+#include "audio/sndfileopen.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <sndfile.h>
@@ -33,7 +35,7 @@ SoundProblem FindSoundProblem(const QString& path) {
     if (info.size() == 0)
         return SoundProblem::Empty;
     SF_INFO format{};
-    SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &format);
+    SNDFILE* file = OpenSndFile(path, SFM_READ, &format);
     if (file == nullptr)
         return SoundProblem::NotSound;
     SoundProblem problem = SoundProblem::None;

@@ -1,5 +1,7 @@
 #include "soundfile.h"
 
+#include "audio/sndfileopen.h"
+
 #include <QFile>
 #include <memory>
 #include <sndfile.h>
@@ -15,8 +17,7 @@ using SndHandle = std::unique_ptr<SNDFILE, SndCloser>;
 
 SndHandle openSound(const QString& path, SF_INFO& info) {
     info = {};
-    const QByteArray name = QFile::encodeName(path);
-    return SndHandle(sf_open(name.constData(), SFM_READ, &info));
+    return SndHandle(OpenSndFile(path, SFM_READ, &info));
 }
 
 bool plausible(const SF_INFO& info) {

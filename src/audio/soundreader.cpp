@@ -1,5 +1,7 @@
 #include "soundreader.h"
 
+#include "audio/sndfileopen.h"
+
 #include <QFile>
 #include <algorithm>
 #include <cmath>
@@ -79,8 +81,7 @@ struct SoundReader::State {
 
 SoundReader::SoundReader(const QString& path, OutputFormat format) : d_(new State) {
     d_->format = format;
-    const QByteArray name = QFile::encodeName(path);
-    d_->file = sf_open(name.constData(), SFM_READ, &d_->info);
+    d_->file = OpenSndFile(path, SFM_READ, &d_->info);
     if (!d_->file || d_->info.channels <= 0 || d_->info.channels > 64 || d_->info.samplerate <= 0 ||
         format.channels <= 0 || format.sampleRate <= 0) {
         d_.reset();

@@ -22,11 +22,12 @@ list(APPEND TAVIK_CORE_SOURCES
     audio/streamdecoder.cpp
     audio/streamfeed.cpp
 )
-# The system's MCI (winmm on Windows, the emulator elsewhere) and its null device for the
-# sound libraries' chatter.
+# The system's MCI (winmm on Windows, the emulator elsewhere), its null device for the sound
+# libraries' chatter, and how libsndfile is handed a file name.
 if(WIN32)
     list(APPEND TAVIK_CORE_SOURCES audio/systembackend_win.cpp audio/winmmbackend.cpp
-        audio/quieterrors_win.cpp)
+        audio/quieterrors_win.cpp audio/sndfileopen_win.cpp)
 else()
-    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_unix.cpp audio/quieterrors_unix.cpp)
+    list(APPEND TAVIK_CORE_SOURCES audio/systembackend_unix.cpp audio/quieterrors_unix.cpp
+        audio/sndfileopen_unix.cpp)
 endif()

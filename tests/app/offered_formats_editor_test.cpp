@@ -1,4 +1,5 @@
 #include "app/frmmain.h"
+#include "audio/sndfileopen.h"
 #include "audio/soundfile.h"
 #include "support/editorfixture.h"
 #include "util/zelcmd.h"
@@ -32,7 +33,7 @@ bool writeSound(const QString& path, const EditorFormat& f, sf_count_t frames) {
     info.samplerate = f.sampleRate;
     info.channels = f.channels;
     info.format = f.format;
-    SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    SNDFILE* file = OpenSndFile(path, SFM_WRITE, &info);
     if (!file)
         return false;
     std::vector<float> samples(static_cast<std::size_t>(frames * f.channels));

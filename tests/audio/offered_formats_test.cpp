@@ -1,6 +1,7 @@
 #include "audio/emulatorbackend.h"
 #include "audio/modmci.h"
 #include "audio/preparedsound.h"
+#include "audio/sndfileopen.h"
 #include "audio/soundfile.h"
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
@@ -67,7 +68,7 @@ bool writeCase(const QString& path, const FormatCase& c) {
     info.samplerate = c.sampleRate;
     info.channels = c.channels;
     info.format = c.format;
-    SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    SNDFILE* file = OpenSndFile(path, SFM_WRITE, &info);
     if (!file)
         return false;
     if (c.variableBitRate) {

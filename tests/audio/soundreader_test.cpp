@@ -1,3 +1,4 @@
+#include "audio/sndfileopen.h"
 #include "audio/soundreader.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
@@ -111,7 +112,7 @@ TEST(SoundReader, NonFiniteAndOutOfRangeFloatSamplesAreSilencedOrClipped) {
     info.samplerate = 44100;
     info.channels = 1;
     info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-    SNDFILE* file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    SNDFILE* file = OpenSndFile(path, SFM_WRITE, &info);
     ASSERT_NE(file, nullptr);
     sf_command(file, SFC_SET_NORM_FLOAT, nullptr, SF_FALSE);
     const float nan = std::numeric_limits<float>::quiet_NaN();

@@ -1,5 +1,6 @@
 #include "support/soundfixtures.h"
 
+#include "audio/sndfileopen.h"
 #include "audio/soundreader.h"
 
 #include <QFile>
@@ -26,8 +27,7 @@ bool writeTone(const QString& path, long long frames, int sampleRate, int channe
         info.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
     else
         return false;
-    const QByteArray name = QFile::encodeName(path);
-    SNDFILE* file = sf_open(name.constData(), SFM_WRITE, &info);
+    SNDFILE* file = OpenSndFile(path, SFM_WRITE, &info);
     if (!file)
         return false;
     std::vector<float> samples(static_cast<std::size_t>(frames * channels));
@@ -49,8 +49,7 @@ bool writeFrames(const QString& path, int format, int sampleRate, int channels,
     info.samplerate = sampleRate;
     info.channels = channels;
     info.format = format;
-    const QByteArray name = QFile::encodeName(path);
-    SNDFILE* file = sf_open(name.constData(), SFM_WRITE, &info);
+    SNDFILE* file = OpenSndFile(path, SFM_WRITE, &info);
     if (!file)
         return false;
     const auto frames = static_cast<sf_count_t>(samples.size() / channels);
