@@ -32,7 +32,9 @@ int makePackage(const QString& name, const QString& folder, const PackageInfo& i
     case NewPackageRefusal::None:
         break;
     case NewPackageRefusal::FolderName:
-        return fail(err, name, QStringLiteral("not a plain folder name"));
+        return fail(err, name,
+                    QStringLiteral("not a plain folder name (no separator, \"..\", \":\", "
+                                   "device name such as CON, or trailing dot or blank)"));
     case NewPackageRefusal::PackageThere:
         return fail(err, folder, QStringLiteral("already holds a package"));
     case NewPackageRefusal::FolderNotMade:

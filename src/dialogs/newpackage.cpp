@@ -4,6 +4,7 @@
 #include "package/packagefolder.h"
 #include "util/apppath.h"
 #include "util/cp1252.h"
+#include "util/filenamerules.h"
 #include "util/fileops.h"
 #include "util/runtimeerror.h"
 
@@ -33,8 +34,10 @@ QString GetFolderName(const QString& packageFolder) {
 }
 
 bool IsPlainFolderName(const QString& name) {
+    // Packages go to Windows: a name it takes for a device or stores under another name would
+    // make another folder there, or none.
     return !name.contains(u'/') && !name.contains(u'\\') && !name.contains(u"..") &&
-           !name.contains(u':');
+           !name.contains(u':') && IsPortableName(name);
 }
 
 QString NewPackageFolder(const QString& folderName) {

@@ -20,7 +20,8 @@ bool CreateDir(const QString& path, const std::function<void()>& complain);
 QString GetFolderName(const QString& packageFolder);
 
 // Whether a typed folder name stays one folder below the data folder: no separator, no
-// "..", and no drive colon, which would take the path elsewhere on Windows.
+// "..", and no drive colon, which would take the path elsewhere on Windows; and names the same
+// folder there (no device name such as "CON", no trailing dot or blank).
 bool IsPlainFolderName(const QString& name);
 
 // The package folder a new package gets for a typed folder name: the data folder followed by

@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_SOURCES
     util/cp1252.cpp
     util/cp1252guard.cpp
     util/fileops.cpp
+    util/filenamerules.cpp
     util/wholeread.cpp
     util/packagelock.cpp
     util/jsonfields.cpp

@@ -261,6 +261,28 @@ TEST(frmNew, FolderNamesWithSeparatorsOrDotDotAreRefusedWithText21AndTouchNothin
     EXPECT_TRUE(editor.main->PackageFolder.isEmpty());
 }
 
+TEST(frmNew, FolderNamesWindowsTakesForDevicesOrTrimsAreRefusedWithText21AndTouchNothing) {
+    Editor editor;
+    // "Linie1." would be the folder "Linie1" on Windows, and its package would be written there.
+    const QString existing =
+        editor.writePackage(QStringLiteral("Linie1"), QStringLiteral("Linie 1"),
+                            {{QStringLiteral("0000"), QStringLiteral("Gong"), 100}});
+    const QStringList before = tree(editor.root.path());
+    auto dialog = showNew(editor, true);
+    for (const QString& name :
+         {QStringLiteral("CON"), QStringLiteral("aux.wav"), QStringLiteral("Com1"),
+          QStringLiteral("Linie1."), QStringLiteral("Linie1 ")}) {
+        editor.messages.clear();
+        fill(*dialog, name, QStringLiteral("T"), QStringLiteral("A"), QStringLiteral("Text"));
+        dialog->cmdOK()->click();
+        ASSERT_EQ(editor.messages.size(), 1u) << name.toStdString();
+        EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(21));
+        EXPECT_TRUE(dialog->isVisible());
+    }
+    EXPECT_EQ(tree(editor.root.path()), before);
+    EXPECT_TRUE(QFileInfo::exists(existing + QStringLiteral("/Package.io")));
+}
+
 TEST(frmNew, TheInformationModeDisablesTheFolderBoxAndShowsOnlyTheLastPart) {
     Editor editor;
     const QString folder =

@@ -5,6 +5,7 @@ list(APPEND TAVIK_CORE_TESTS
     util/cp1252guard_test.cpp
     util/checkedwrite_test.cpp
     util/fileops_test.cpp
+    util/filenamerules_test.cpp
     util/pacer_test.cpp
     util/sortvalue_test.cpp
     util/placement_test.cpp
