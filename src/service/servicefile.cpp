@@ -184,16 +184,19 @@ ServiceReadResult ReadServiceFile(const QString& path, bool deleteEmpty) {
 
 void WriteServiceFile(const QString& path, const QByteArray& bytes) {
     QByteArray whole = bytes;
-    QFile old(path);
-    if (!IsLink(path) && old.size() > bytes.size()) {
-        // The tail is part of what the file must hold afterwards: a failed read saves nothing.
-        if (!OpenToRead(old) || !old.seek(bytes.size()))
-            throw RuntimeError(rt::PathFileAccess);
-        const QByteArray tail = old.readAll();
-        if (old.error() != QFileDevice::NoError || tail.size() != old.size() - bytes.size())
-            throw RuntimeError(rt::DeviceIO);
-        whole.append(tail);
-    }
+    {
+        QFile old(path);
+        if (!IsLink(path) && old.size() > bytes.size()) {
+            // The tail is part of what the file must hold afterwards: a failed read saves
+            // nothing.
+            if (!OpenToRead(old) || !old.seek(bytes.size()))
+                throw RuntimeError(rt::PathFileAccess);
+            const QByteArray tail = old.readAll();
+            if (old.error() != QFileDevice::NoError || tail.size() != old.size() - bytes.size())
+                throw RuntimeError(rt::DeviceIO);
+            whole.append(tail);
+        }
+    } // closed before the new file takes its place: Windows replaces no file that is open
     WriteFileAtomically(path, whole);
 }
 
