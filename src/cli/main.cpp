@@ -1,3 +1,4 @@
+#include "cli/standardstreams.h"
 #include "cli/tool.h"
 #include "util/fileops.h"
 #include "util/packagelock.h"
@@ -8,6 +9,7 @@
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
+    tavik::cli::UseBinaryStandardStreams();
     QTextStream out(stdout);
     QTextStream err(stderr);
     const QStringList args = app.arguments().mid(1);

@@ -15,3 +15,9 @@ list(APPEND TAVIK_CORE_SOURCES
     cli/rendercommand.cpp
     cli/toolannouncements.cpp
 )
+# How the tool's standard streams carry bytes on each system.
+if(WIN32)
+    list(APPEND TAVIK_CORE_SOURCES cli/standardstreams_win.cpp)
+else()
+    list(APPEND TAVIK_CORE_SOURCES cli/standardstreams_unix.cpp)
+endif()
