@@ -72,6 +72,10 @@ struct PortAudioOutput::Stream {
     qint64 anchorFrame = 0;
     double anchorTime = 0;
     bool anchored = false;
+    // Windows' MME stamps a buffer with the moment of its callback plus a fixed latency, not
+    // with when it is heard: following that would follow the callback's jitter, so the frames
+    // alone keep the time after the first buffer.
+    bool followsReports = true;
     std::atomic<double> largestLead{0}; // how far ahead of the clock a buffer was made
     std::atomic<int> callbacks{0};
     // The count of callbacks when one last came late (more than two buffers after the one
@@ -121,7 +125,9 @@ struct PortAudioOutput::Stream {
         const double dac = heardTime(time, now);
         const double expected =
             anchorTime + static_cast<double>(framesDone - anchorFrame) / format.sampleRate;
-        if (!anchored || std::fabs(dac - expected) > kStep) {
+        if (anchored && !followsReports) {
+            // The frame clock alone.
+        } else if (!anchored || std::fabs(dac - expected) > kStep) {
             if (anchored && attached)
                 interruptions.fetch_add(1, std::memory_order_relaxed);
             anchorTime = dac;
@@ -174,7 +180,13 @@ std::shared_ptr<PortAudioOutput> PortAudioOutput::open(QString& problem) {
     PaStreamParameters parameters{};
     parameters.device = device;
     parameters.sampleFormat = paFloat32;
-    parameters.suggestedLatency = std::max(kDeviceLatency, info->defaultLowOutputLatency);
+    // MME's buffers go through the system's mixer late and unevenly: it is given the time it
+    // asks for when it must not run dry, and its reports are not followed.
+    const PaHostApiInfo* host = Pa_GetHostApiInfo(info->hostApi);
+    const bool mme = host && host->type == paMME;
+    s.followsReports = !mme;
+    parameters.suggestedLatency = std::max(kDeviceLatency, mme ? info->defaultHighOutputLatency
+                                                               : info->defaultLowOutputLatency);
     // Stereo at CD rate when the device takes it, else what the device prefers; the format
     // is checked before the stream is opened.
     const int channelChoices[] = {std::min(2, info->maxOutputChannels), 1};

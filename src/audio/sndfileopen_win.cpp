@@ -1,6 +1,7 @@
 #define ENABLE_SNDFILE_WINDOWS_PROMPTS
 #include "audio/sndfileopen.h"
 
+#include <QDir>
 #include <windows.h>
 
 namespace tavik {
@@ -22,7 +23,10 @@ bool isDiskFile(const wchar_t* name) {
 } // namespace
 
 SNDFILE* OpenSndFile(const QString& path, int mode, SF_INFO* info) {
-    const auto* name = reinterpret_cast<const wchar_t*>(path.utf16());
+    // The program's paths keep their "\bin\..\Data\" steps; libsndfile takes the format of an
+    // MP3 without tags from the name and misses it behind them.
+    const QString clean = QDir::toNativeSeparators(QDir::cleanPath(path));
+    const auto* name = reinterpret_cast<const wchar_t*>(clean.utf16());
     if (mode == SFM_READ && !isDiskFile(name))
         return nullptr;
     return sf_wchar_open(name, mode, info);
