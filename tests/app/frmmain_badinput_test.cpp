@@ -43,9 +43,12 @@ const QStringList kMoved{"0001", "0000", "0002"};
 // The save failed: one message naming the file, the list as it was, still unsaved.
 void expectSaveRefusedAndChangesKept(EditorFixture& editor, const QString& indexFile) {
     QTest::mouseClick(editor.main->cmdSave(), Qt::LeftButton);
-    ASSERT_EQ(editor.messages.size(), 1u);
+    QStringList texts;
+    for (const MessageRequest& m : editor.messages)
+        texts << m.text;
+    ASSERT_EQ(editor.messages.size(), 1u) << texts.join(u'\n').toStdString();
     EXPECT_EQ(editor.messages[0].icon, MsgIcon::Exclamation);
-    EXPECT_TRUE(editor.messages[0].text.contains(NativePath(indexFile)))
+    EXPECT_TRUE(editor.messages[0].text.contains(QDir::toNativeSeparators(indexFile)))
         << editor.messages[0].text.toStdString();
     EXPECT_EQ(editor.column(0), kMoved);
     EXPECT_FALSE(editor.main->undoStack()->isClean());

@@ -8,6 +8,7 @@
 #include "settings/langtexts.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
+#include "support/scratchtrash.h"
 #include "support/tempdir.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
@@ -234,6 +235,8 @@ TEST(MainWindowRemove, UndoBringsTheFileAndTheRowBackAtItsPlaceAlsoAfterASave) {
 }
 
 TEST(MainWindowRemove, ASavedRemovalSendsTheFileToTheTrashWhenThePackageCloses) {
+    if (!test::TrashCanBeScratch())
+        GTEST_SKIP() << test::WhyNoScratchTrash().toStdString();
     UndoEditor editor;
     frmMain& main = *editor.main;
     editor.select(2);

@@ -3,6 +3,7 @@
 #include "app/frmmain.h"
 #include "support/editorfixture.h"
 #include "support/errorcatcher.h"
+#include "support/links.h"
 #include "support/smallfilesystem.h"
 #include "support/treesnapshot.h"
 #include "support/writefault.h"
@@ -93,7 +94,7 @@ TEST(MainWindowSave, ALinkedIndexIsRefusedWith75AndNothingOutsideChanges) {
     const QString folder = editor.writePackage(QStringLiteral("p"), QStringLiteral("P"), kEntries);
     const QString outside = editor.root.file(QStringLiteral("outside.io"));
     ASSERT_TRUE(QFile::rename(folder + QStringLiteral("/Package.io"), outside));
-    ASSERT_TRUE(QFile::link(outside, folder + QStringLiteral("/Package.io")));
+    TAVIK_LINK_OR_SKIP(outside, folder + QStringLiteral("/Package.io"));
     editor.open(folder);
     ASSERT_EQ(editor.main->lsvPack()->Count(), 2);
     const TreeSnapshot before(editor.root.path());

@@ -1,5 +1,6 @@
 #include "app/setasidefiles.h"
 #include "support/errorof.h"
+#include "support/scratchtrash.h"
 #include "support/tempdir.h"
 #include "util/runtimeerror.h"
 
@@ -53,6 +54,8 @@ TEST(SetAsideFiles, AMissingFileRaises53AndAnOccupiedPlaceKeepsTheFileAside) {
 }
 
 TEST(SetAsideFiles, SettlingSendsUnlistedFilesToTheTrashAndListedOnesBack) {
+    if (!test::TrashCanBeScratch())
+        GTEST_SKIP() << test::WhyNoScratchTrash().toStdString();
     ScratchTrash trash;
     TempDir package;
     const QString saved = package.write("0001.wav", "removed and saved");

@@ -6,6 +6,7 @@ list(APPEND TAVIK_WIDGET_TESTS
     app/closeduringplay_test.cpp
     app/measuredlength_test.cpp
     app/frmmain_load_test.cpp
+    app/unicodepaths_test.cpp
     app/frmmain_sortsave_test.cpp
     app/frmmain_sortheader_test.cpp
     app/frmmain_keys_test.cpp

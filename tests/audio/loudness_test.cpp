@@ -122,6 +122,8 @@ TEST(LoudnessCache, ANameWithALineBreakOrTabIsMeasuredEachTimeAndNeverWritten) {
     // Such a name could otherwise pose as another file's line in the cache.
     const QString sound =
         writeSine(dir.file(QStringLiteral("a\nelse.wav\t1\t2\t-5\t-5\tb.wav")), -23.0, 2, 2.0);
+    if (!QFile::exists(sound))
+        GTEST_SKIP() << "this system's file names hold no line break or tab (Windows')";
     {
         LoudnessCache cache(cacheFile);
         ASSERT_TRUE(cache.loudnessOf(sound));

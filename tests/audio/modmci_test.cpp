@@ -49,8 +49,9 @@ TEST(ModMci, WithoutUseFormatTheOpenCommandNamesNoDeviceType) {
     Fixture f;
     f.mci.UseFormat = false;
     EXPECT_EQ(f.mci.MciOpen(path, "0000", "waveaudio"), -1);
-    EXPECT_EQ(f.recorder.commands(), (QStringList{"open " + dir.file("0000.wav") + " alias 0000",
-                                                  "set 0000 time format milliseconds"}));
+    EXPECT_EQ(f.recorder.commands(),
+              (QStringList{"open " + ShortPath(dir.file("0000.wav")) + " alias 0000",
+                           "set 0000 time format milliseconds"}));
     EXPECT_TRUE(f.log.isEmpty());
 }
 
@@ -62,7 +63,7 @@ TEST(ModMci, WithUseFormatTheOpenCommandNamesTheDeviceType) {
     f.mci.UseFormat = true;
     EXPECT_EQ(f.mci.MciOpen(path, "0000", "waveaudio"), -1);
     EXPECT_EQ(f.recorder.commands().first(),
-              "open " + dir.file("0000.wav") + " type waveaudio alias 0000");
+              "open " + ShortPath(dir.file("0000.wav")) + " type waveaudio alias 0000");
 }
 
 TEST(ModMci, OpeningAnAliasTwiceReturns289AndLogsOneErrorLine) {

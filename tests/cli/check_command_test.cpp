@@ -4,6 +4,7 @@
 #include "package/packagefolder.h"
 #include "package/zeldbbytes.h"
 #include "service/servicebytes.h"
+#include "support/links.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "support/toolrun.h"
@@ -443,7 +444,7 @@ TEST(ToolCheck, NamesLinksInsideThePackage) {
     p.entries({"0000~Gong"});
     p.sound("0000.wav", 400);
     const QString outside = p.dir.write("fremd.wav", QByteArray(100, 'x'));
-    ASSERT_TRUE(QFile::link(outside, p.file("0001.wav")));
+    TAVIK_LINK_OR_SKIP(outside, p.file("0001.wav"));
     const QJsonArray f = p.check();
     expectOne(f, "link-in-package", "warning", "0001.wav");
     EXPECT_TRUE(ofKind(f, "unused-file").isEmpty()) << "a link is reported once";

@@ -2,6 +2,7 @@
 // package's lock, and a writer that cannot get it says who holds it and exits 3.
 #include "package/clszeldb.h"
 #include "support/buildpaths.h"
+#include "support/links.h"
 #include "support/tempdir.h"
 #include "support/treesnapshot.h"
 #include "util/conversions.h"
@@ -117,7 +118,7 @@ TEST(PackageLock, EverySpellingOfAFolderSharesOneLock) {
     TempDir dir;
     const QString package = dir.file(QStringLiteral("Paket"));
     QDir().mkpath(package);
-    ASSERT_TRUE(QFile::link(package, dir.file(QStringLiteral("Verweis"))));
+    TAVIK_LINK_OR_SKIP(package, dir.file(QStringLiteral("Verweis")));
     const QString lock = PackageLockFile(package);
     EXPECT_EQ(PackageLockFile(package + QStringLiteral("/")), lock);
     EXPECT_EQ(PackageLockFile(dir.file(QStringLiteral("Paket/../Paket"))), lock);

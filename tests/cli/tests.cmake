@@ -6,6 +6,7 @@ list(APPEND TAVIK_CORE_TESTS
     cli/check_loudness_test.cpp
     cli/write_command_test.cpp
     cli/new_import_command_test.cpp
+    cli/devicenames_test.cpp
     cli/unheld_text_tool_test.cpp
     cli/toolwrites_test.cpp
     cli/render_command_test.cpp

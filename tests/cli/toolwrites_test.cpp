@@ -1,5 +1,6 @@
 #include "package/clszeldb.h"
 #include "support/buildpaths.h"
+#include "support/links.h"
 #include "support/smallfilesystem.h"
 #include "support/tempdir.h"
 #include "support/toolrun.h"
@@ -95,7 +96,7 @@ TEST(ToolSet, ALinkedIndexIsRefusedWith75AndNothingOutsideChanges) {
     QDir().mkpath(dir.file("outside"));
     demoSizedIndex(outside);
     QDir().mkpath(dir.file("package"));
-    ASSERT_TRUE(QFile::link(outside, dir.file("package/Package.io")));
+    TAVIK_LINK_OR_SKIP(outside, dir.file("package/Package.io"));
     const TreeSnapshot before(dir.path());
     const ToolRun r = tool({"set", dir.file("package"), "INFO", "Name", "evil"});
     EXPECT_EQ(r.code, 2);

@@ -12,6 +12,7 @@
 #include "support/editorfixture.h"
 #include "support/tempdir.h"
 #include "util/conversions.h"
+#include "util/tickcount.h"
 #include "util/zelcmd.h"
 
 #include <QComboBox>
@@ -380,8 +381,10 @@ TEST(frmFilePreview, PlaysTheSelectedImportEntryUnderThePreviewAlias) {
     // Listening just plays: no box with the file's paths comes first.
     EXPECT_TRUE(setup.editor.messages.empty());
     EXPECT_TRUE(setup.editor.backend.emulator().isPlaying(QStringLiteral("tavik_preview")));
-    EXPECT_TRUE(
-        setup.editor.recorder.commands().filter(QStringLiteral("open ")).join("").contains(b))
+    EXPECT_TRUE(setup.editor.recorder.commands()
+                    .filter(QStringLiteral("open "))
+                    .join("")
+                    .contains(ShortPath(b)))
         << setup.editor.recorder.commands().join(u'\n').toStdString();
     // A second preview stops and closes the first before it opens again.
     QTest::mouseClick(dialog.cmdPlay(), Qt::LeftButton);

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QLabel>
 #include <QListWidget>
@@ -183,7 +184,11 @@ TEST(frmOpenHighlight, ACommentFileThatIsAPipeIsTheAccessErrorAndTheDialogStaysU
     ErrorCatcher errors;
     clickRow(dialog.lstFile(), 1);
     ASSERT_EQ(errors.shown.size(), 1);
-    EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'75'"))) << errors.shown[0].toStdString();
+    // Not found where the system shows nothing by that name (Wine, for the host's pipes).
+    const QString error = QFileInfo::exists(setup.dataFile(QStringLiteral("B/Package.txt")))
+                              ? QStringLiteral("'75'")
+                              : QStringLiteral("'53'");
+    EXPECT_TRUE(errors.shown[0].contains(error)) << errors.shown[0].toStdString();
     EXPECT_FALSE(pipe.hadToFreeAReader());
     clickRow(dialog.lstFile(), 0);
     EXPECT_EQ(dialog.txtComment()->toPlainText(), QStringLiteral("Eins"));

@@ -4,6 +4,7 @@
 #include "dialogs/frmfile.h"
 #include "support/editorfixture.h"
 #include "support/errorcatcher.h"
+#include "support/links.h"
 #include "support/smallfilesystem.h"
 #include "support/tempdir.h"
 #include "support/treesnapshot.h"
@@ -67,9 +68,9 @@ TEST(ImportWrites, ALinkNamedLikeAKeyIsPassedOverAndNothingOutsideChanges) {
     Import import;
     import.openPackage();
     const QString outside = import.editor.root.write(QStringLiteral("victim.wav"), "victim");
-    ASSERT_TRUE(QFile::link(outside, import.package + QStringLiteral("/0000.wav")));
-    ASSERT_TRUE(QFile::link(import.editor.root.file(QStringLiteral("made.wav")),
-                            import.package + QStringLiteral("/0001.wav")));
+    TAVIK_LINK_OR_SKIP(outside, import.package + QStringLiteral("/0000.wav"));
+    TAVIK_LINK_OR_SKIP(import.editor.root.file(QStringLiteral("made.wav")),
+                       import.package + QStringLiteral("/0001.wav"));
     const QString a = import.sound(QStringLiteral("a.wav"), 100);
     const TreeSnapshot before(import.editor.root.path(), {import.package});
     ErrorCatcher errors;
@@ -122,7 +123,7 @@ TEST(ImportWrites, ALinkedIndexIsRefusedWith75AndNothingOutsideChanges) {
     import.openPackage();
     const QString outside = import.editor.root.file(QStringLiteral("outside.io"));
     ASSERT_TRUE(QFile::rename(import.package + QStringLiteral("/Package.io"), outside));
-    ASSERT_TRUE(QFile::link(outside, import.package + QStringLiteral("/Package.io")));
+    TAVIK_LINK_OR_SKIP(outside, import.package + QStringLiteral("/Package.io"));
     import.editor.main->lsvPack()->ClearItems();
     import.editor.open(import.package);
     const TreeSnapshot before(import.editor.root.path(), {import.package});

@@ -93,7 +93,7 @@ TEST(NewPackageFolder, IsTheDataFolderFollowedByTheName) {
     const QString folder = NewPackageFolder(QStringLiteral("Linie1"));
     qunsetenv("TAVIK_HOME");
     EXPECT_EQ(QDir::cleanPath(folder), QDir::cleanPath(root.file("Data/Linie1")));
-    EXPECT_TRUE(folder.endsWith(QStringLiteral("Data/Linie1")));
+    EXPECT_TRUE(folder.endsWith(QDir::toNativeSeparators(QStringLiteral("Data/Linie1"))));
 }
 
 TEST(ReadDescription, GivesTheWholeTextWithLineBreaksAsTheBoxHasThem) {

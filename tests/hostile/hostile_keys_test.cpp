@@ -7,6 +7,7 @@
 #include "settings/useformat.h"
 #include "support/errorof.h"
 #include "support/tempdir.h"
+#include "util/apppath.h"
 #include "util/runtimeerror.h"
 
 #include <QDir>
@@ -25,7 +26,7 @@ TEST(HostileKeys, AKeyThatIsNoNumberFindsNoFileNeitherTheFixedFilesNorAnotherSou
     for (const QString& entry : test::hostileIndexEntries()) {
         const QString key = entry.left(entry.indexOf(u'~'));
         const QString expected = test::keysWithSound().contains(key)
-                                     ? folder + u'/' + key + QStringLiteral(".wav")
+                                     ? NativePath(folder + u'\\' + key + QStringLiteral(".wav"))
                                      : QString();
         EXPECT_EQ(GetFileName(folder, key), expected) << key.toStdString();
         EXPECT_EQ(files.GetFileName(key), expected) << key.toStdString();
@@ -44,10 +45,10 @@ TEST(HostileKeys, AKeyNeverFindsTheFileOfALongerKey) {
         EXPECT_EQ(files.GetFileName(key), QString()) << key;
     }
     // A name that goes on with anything but a digit is the key's file.
-    EXPECT_EQ(GetFileName(dir.path(), "0001"), dir.file("0001 Kopie.wav"));
-    EXPECT_EQ(files.GetFileName("0001"), dir.file("0001 Kopie.wav"));
-    EXPECT_EQ(files.GetFileName("10000"), dir.file("10000.wav"));
-    EXPECT_EQ(files.GetFileName("0002"), dir.file("0002.wav"));
+    EXPECT_EQ(GetFileName(dir.path(), "0001"), NativePath(dir.path() + "\\0001 Kopie.wav"));
+    EXPECT_EQ(files.GetFileName("0001"), NativePath(dir.path() + "\\0001 Kopie.wav"));
+    EXPECT_EQ(files.GetFileName("10000"), NativePath(dir.path() + "\\10000.wav"));
+    EXPECT_EQ(files.GetFileName("0002"), NativePath(dir.path() + "\\0002.wav"));
 }
 
 TEST(HostileKeys, OnlyTheDigitsZeroToNineMakeAKey) {

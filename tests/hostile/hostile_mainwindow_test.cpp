@@ -5,6 +5,7 @@
 #include "hostile/treesnapshot.h"
 #include "support/editorfixture.h"
 #include "support/errorcatcher.h"
+#include "util/apppath.h"
 #include "util/reportlist.h"
 #include "util/zelcmd.h"
 
@@ -62,7 +63,7 @@ TEST(HostilePackageWindow, KeysThatAreNoNumbersLoadWithoutASoundAndNothingOutsid
         ReportListItem* row = list->ListItems(r);
         const QString key = row->Text();
         if (test::keysWithSound().contains(key)) {
-            EXPECT_EQ(row->Tag(), editor.folder + u'/' + key + QStringLiteral(".wav"))
+            EXPECT_EQ(row->Tag(), NativePath(editor.folder + u'\\' + key + QStringLiteral(".wav")))
                 << key.toStdString();
             EXPECT_EQ(row->SubItems(2), QStringLiteral("wav")) << key.toStdString();
         } else {

@@ -7,6 +7,7 @@
 #include "service/servicefile.h"
 #include "service/servicefiles.h"
 #include "settings/langtexts.h"
+#include "support/links.h"
 #include "util/reportlist.h"
 
 #include <QAction>
@@ -40,10 +41,10 @@ struct HostileServices : DienstHost {
         packageFolder = root.file(QStringLiteral("Data/Linie"));
         test::writeSurroundings(root.path());
         QDir().mkpath(packageFolder + QStringLiteral("/_"));
-        QFile::link(root.file(QStringLiteral("outside/_8._")),
-                    packageFolder + QStringLiteral("/_8._"));
-        QFile::link(root.file(QStringLiteral("outside/secret.wav")),
-                    packageFolder + QStringLiteral("/0003.wav"));
+        test::MakeLink(root.file(QStringLiteral("outside/_8._")),
+                       packageFolder + QStringLiteral("/_8._"));
+        test::MakeLink(root.file(QStringLiteral("outside/secret.wav")),
+                       packageFolder + QStringLiteral("/0003.wav"));
         for (const HostileService& s : test::escapingServices())
             root.write(QStringLiteral("Data/Linie/") + s.fileName, s.bytes);
         for (const HostileService& s : test::brokenServices())

@@ -2,6 +2,7 @@
 
 #include "package/clszeldb.h"
 #include "service/servicebytes.h"
+#include "support/links.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 #include "util/variant.h"
@@ -103,8 +104,9 @@ inline void writeHostilePackage(const QString& root, const QString& folder) {
     // A folder named "_" lets a service ID beginning with "/.." climb out of the package.
     QDir().mkpath(folder + QStringLiteral("/_"));
     // Links named like a sound and like a service, pointing outside.
-    QFile::link(root + QStringLiteral("/outside/secret.wav"), folder + QStringLiteral("/0003.wav"));
-    QFile::link(root + QStringLiteral("/outside/_8._"), folder + QStringLiteral("/_8._"));
+    test::MakeLink(root + QStringLiteral("/outside/secret.wav"),
+                   folder + QStringLiteral("/0003.wav"));
+    test::MakeLink(root + QStringLiteral("/outside/_8._"), folder + QStringLiteral("/_8._"));
 }
 
 // One service file of the corpus: its file name in the package and its bytes.

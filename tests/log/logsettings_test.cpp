@@ -1,4 +1,5 @@
 #include "log/logsettings.h"
+#include "support/links.h"
 #include "support/tempdir.h"
 #include "support/writefault.h"
 #include "util/apppath.h"
@@ -25,7 +26,7 @@ TEST(LogSettings, TheSwitchIsStoredAsMinusOneAndZero) {
     EXPECT_TRUE(tavik::test::readAll(dir.file(QStringLiteral("Tavik.ini"))).contains("ToFile=-1"));
     const LogSettings on = ReadLogSettings(dir.path());
     EXPECT_TRUE(on.toFile);
-    EXPECT_EQ(on.file, dir.path() + QStringLiteral("/res/log/Tavik.log"));
+    EXPECT_EQ(on.file, dir.path() + NativePath(QStringLiteral("\\res\\log\\Tavik.log")));
     WriteLogToFile(dir.path(), false);
     EXPECT_FALSE(ReadLogSettings(dir.path()).toFile);
 }
@@ -92,7 +93,7 @@ TEST(LogRecord, AFailedRecordRaisesItsErrorAndLeavesTheLogAsItWas) {
 TEST(LogRecord, ALinkedLogFileIsRefusedWith75) {
     TempDir dir;
     const QString outside = dir.write(QStringLiteral("elsewhere/other.txt"), "other");
-    ASSERT_TRUE(QFile::link(outside, dir.file(QStringLiteral("Tavik.log"))));
+    TAVIK_LINK_OR_SKIP(outside, dir.file(QStringLiteral("Tavik.log")));
     try {
         AppendLogRecord(dir.file(QStringLiteral("Tavik.log")), QStringLiteral("READY"));
         FAIL() << "no error raised";

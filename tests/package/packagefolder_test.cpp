@@ -2,6 +2,7 @@
 #include "package/packagesettings.h"
 #include "support/errorof.h"
 #include "support/tempdir.h"
+#include "util/apppath.h"
 #include "util/runtimeerror.h"
 
 #include <QDir>
@@ -54,7 +55,8 @@ TEST(GetFileName, FindsTheFirstFileBeginningWithTheKey) {
     TempDir dir;
     dir.write("0007.wav", "x");
     dir.write("0007b.mp3", "x");
-    EXPECT_EQ(GetFileName(dir.path(), "0007"), dir.path() + QStringLiteral("/0007.wav"));
+    EXPECT_EQ(GetFileName(dir.path(), "0007"),
+              NativePath(dir.path() + QStringLiteral("\\0007.wav")));
     EXPECT_EQ(GetFileName(dir.path(), "0008"), QString());
 }
 
@@ -69,7 +71,7 @@ TEST(GetFileName, AKeyWithASeparatorDotsOrAWildcardFindsNothing) {
     EXPECT_EQ(GetFileName(folder, "000?"), QString());
     EXPECT_EQ(GetFileName(folder, "..0001"), QString());
     EXPECT_EQ(GetFileName(dir.path(), "pkg/0001"), QString());
-    EXPECT_EQ(GetFileName(folder, "0001"), folder + QStringLiteral("/0001.wav"));
+    EXPECT_EQ(GetFileName(folder, "0001"), NativePath(folder + QStringLiteral("\\0001.wav")));
 }
 
 TEST(PackageFileList, FindsTheSameFilesAsASearchPerKey) {
@@ -96,7 +98,8 @@ TEST(GetExtension, ReturnsTheLastPartAfterADot) {
 TEST(DataFolder, LiesBesideTheProgramFolder) {
     TempDir dir;
     qputenv("TAVIK_HOME", dir.path().toLocal8Bit());
-    EXPECT_EQ(DataFolder(), dir.path() + QStringLiteral("/bin/../Data/"));
+    EXPECT_EQ(DataFolder(),
+              dir.path() + QStringLiteral("/bin") + NativePath(QStringLiteral("\\..\\Data\\")));
     qunsetenv("TAVIK_HOME");
 }
 

@@ -4,6 +4,7 @@
 #include "support/tempdir.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -49,7 +50,10 @@ TEST(ReadPackageText, APipeNamedLikeTheCommentIsAnAccessErrorNotAWait) {
     TempDir dir;
     const tavik::test::NamedPipe pipe(dir.file("Package.txt"));
     ASSERT_TRUE(pipe.made());
-    EXPECT_EQ(errorOf([&] { ReadPackageText(dir.file("Package.txt")); }), 75);
-    EXPECT_EQ(errorOf([&] { ReadPackageDescription(dir.file("Package.txt")); }), 75);
+    // Where the system shows nothing by that name (Wine shows the host's pipes so), it is not
+    // found; elsewhere it is there and refused.
+    const int expected = QFileInfo::exists(dir.file("Package.txt")) ? 75 : 53;
+    EXPECT_EQ(errorOf([&] { ReadPackageText(dir.file("Package.txt")); }), expected);
+    EXPECT_EQ(errorOf([&] { ReadPackageDescription(dir.file("Package.txt")); }), expected);
     EXPECT_FALSE(pipe.hadToFreeAReader());
 }

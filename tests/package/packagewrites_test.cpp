@@ -1,6 +1,7 @@
 #include "package/clszeldb.h"
 #include "package/packagefolder.h"
 #include "support/errorof.h"
+#include "support/links.h"
 #include "support/tempdir.h"
 #include "support/treesnapshot.h"
 #include "support/writefault.h"
@@ -53,7 +54,7 @@ TEST(PackageIndexSave, ALinkedIndexIsRefusedWith75AndItsTargetStays) {
     TempDir dir;
     const QString outside = dir.write("outside/victim.io", "victim");
     QDir().mkpath(dir.file("package"));
-    ASSERT_TRUE(QFile::link(outside, dir.file("package/Package.io")));
+    TAVIK_LINK_OR_SKIP(outside, dir.file("package/Package.io"));
     const TreeSnapshot before(dir.path());
     clsZELDB store;
     store.SaveSetting("INFO", "Name", Variant::fromString("x"));
@@ -66,11 +67,11 @@ TEST(NextFreeKey, CountsALinkNamedLikeAKeyAsTaken) {
     TempDir dir;
     QDir().mkpath(dir.file("package"));
     const QString outside = dir.write("outside/victim.wav", "victim");
-    ASSERT_TRUE(QFile::link(outside, dir.file("package/0000.wav")));
+    TAVIK_LINK_OR_SKIP(outside, dir.file("package/0000.wav"));
     EXPECT_EQ(NextFreeKey(dir.file("package")), QStringLiteral("0001"));
     // A link to nothing would let a copy make a file outside: taken as well.
-    ASSERT_TRUE(QFile::link(dir.file("outside/new.wav"), dir.file("package/0001.wav")));
+    TAVIK_LINK_OR_SKIP(dir.file("outside/new.wav"), dir.file("package/0001.wav"));
     EXPECT_EQ(NextFreeKey(dir.file("package")), QStringLiteral("0002"));
-    ASSERT_TRUE(QFile::link(dir.file("outside"), dir.file("package/0002")));
+    TAVIK_LINK_OR_SKIP(dir.file("outside"), dir.file("package/0002"));
     EXPECT_EQ(NextFreeKey(dir.file("package")), QStringLiteral("0003"));
 }

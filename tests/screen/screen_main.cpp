@@ -1,4 +1,5 @@
 #include "app/tavikapplication.h"
+#include "support/screenplatform.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -7,7 +8,7 @@
 // CTest test runs them under xvfb-run with openbox (run_with_openbox.sh).
 int main(int argc, char** argv) {
     qputenv("TAVIK_AUDIO", "null");
-    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("QT_QPA_PLATFORM", tavik::test::RealScreenPlatform());
     if (qEnvironmentVariableIsEmpty("DISPLAY")) {
         std::fprintf(stderr, "tavik_screen_tests: needs an X display with a window manager\n");
         return 2;

@@ -75,8 +75,10 @@ inline void expectCentredOn(const QRect& window, const QRect& owner, const char*
         << "x" << owner.height();
 }
 
+// Within a pixel: under Wine the frame Wine reports for a window the manager placed may sit a
+// pixel off the place it was given.
 inline void expectOnScreen(const QRect& window, const QRect& area, const char* what) {
-    EXPECT_TRUE(area.contains(window))
+    EXPECT_TRUE(area.adjusted(-1, -1, 1, 1).contains(window))
         << what << " at " << window.x() << "," << window.y() << " " << window.width() << "x"
         << window.height() << " outside " << area.width() << "x" << area.height();
 }

@@ -11,6 +11,7 @@
 #include "shell/frmabout.h"
 #include "shell/frmsplash.h"
 #include "support/buildpaths.h"
+#include "support/screenplatform.h"
 #include "util/msgbox.h"
 #include "util/reportlist.h"
 
@@ -45,13 +46,13 @@ int fail(const char* why) {
 }
 
 // Shows `window`, saves a picture of it as `name` in `folder`; false when it stays blank.
-bool saveWindow(QWidget& window, const QString& folder, const char* name) {
+bool saveWindow(QWidget& window, const QString& folder, const QString& name) {
     window.show();
     if (!QTest::qWaitForWindowExposed(&window))
         return false;
     QTest::qWait(200);
     const QImage image = window.grab().toImage();
-    const QString path = folder + QStringLiteral("/") + QString::fromLatin1(name);
+    const QString path = folder + QStringLiteral("/") + name;
     if (image.isNull() || image.width() < 100 || !image.save(path))
         return false;
     std::printf("screenshot: %s (%dx%d)\n", qPrintable(path), image.width(), image.height());
@@ -61,7 +62,7 @@ bool saveWindow(QWidget& window, const QString& folder, const char* name) {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("QT_QPA_PLATFORM", tavik::test::RealScreenPlatform());
     qputenv("TAVIK_AUDIO", "null");
     TavikApplication app(argc, argv);
 
@@ -110,17 +111,18 @@ int main(int argc, char** argv) {
         return fail("the picture is empty");
     const QString artifacts = source + QStringLiteral("/artifacts");
     QDir().mkpath(artifacts);
-    const QString path = artifacts + QStringLiteral("/mainwindow.png");
+    const QString path =
+        artifacts + QStringLiteral("/") + test::ArtifactName(QStringLiteral("mainwindow.png"));
     if (!image.save(path))
         return fail("cannot save the picture");
     std::printf("screenshot: %s (%dx%d)\n", qPrintable(path), image.width(), image.height());
 
     frmAbout about(language, &window);
-    if (!saveWindow(about, artifacts, "about.png"))
+    if (!saveWindow(about, artifacts, test::ArtifactName(QStringLiteral("about.png"))))
         return fail("the about window was never shown");
     about.close();
     frmSplash splash(language, &window);
-    if (!saveWindow(splash, artifacts, "splash.png"))
+    if (!saveWindow(splash, artifacts, test::ArtifactName(QStringLiteral("splash.png"))))
         return fail("the splash window was never shown");
     return 0;
 }

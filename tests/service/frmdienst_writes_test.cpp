@@ -1,6 +1,7 @@
 // The service editor's save on a failing disk and through a link: the service file on disk
 // stays byte for byte, and nothing outside the package changes.
 #include "service/dienstfixture.h"
+#include "support/links.h"
 #include "support/treesnapshot.h"
 #include "support/writefault.h"
 #include "util/zelcmd.h"
@@ -81,7 +82,7 @@ TEST(frmDienstWrites, AFailedSaveShowsTheErrorAndKeepsTheServiceFileWithItsTail)
 TEST(frmDienstWrites, ALinkedServiceFileIsRefusedWith75AndNothingOutsideChanges) {
     DienstHost host(station());
     const QString outside = host.root.write(QStringLiteral("outside/victim"), QByteArray(64, 'v'));
-    ASSERT_TRUE(QFile::link(outside, host.serviceFile(QStringLiteral("000000"))));
+    TAVIK_LINK_OR_SKIP(outside, host.serviceFile(QStringLiteral("000000")));
     frmDienst* editor = host.openEditor();
     addSentence(editor);
     const TreeSnapshot before(host.root.path());

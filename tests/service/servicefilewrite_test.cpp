@@ -1,5 +1,6 @@
 #include "service/servicefile.h"
 #include "support/errorof.h"
+#include "support/links.h"
 #include "support/tempdir.h"
 #include "support/treesnapshot.h"
 #include "support/writefault.h"
@@ -35,7 +36,7 @@ TEST(ServiceFileWrite, ALinkedServiceFileIsRefusedWith75AndItsTargetStays) {
     TempDir dir;
     const QString outside = dir.write("outside/victim", QByteArray(100, 'v'));
     QDir().mkpath(dir.file("package"));
-    ASSERT_TRUE(QFile::link(outside, dir.file("package/_000000._")));
+    TAVIK_LINK_OR_SKIP(outside, dir.file("package/_000000._"));
     const TreeSnapshot before(dir.path());
     EXPECT_EQ(errorOf([&] { WriteServiceFile(dir.file("package/_000000._"), "new"); }),
               rt::PathFileAccess);

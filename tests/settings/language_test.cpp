@@ -1,6 +1,7 @@
 #include "settings/language.h"
 
 #include "support/tempdir.h"
+#include "util/apppath.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -80,7 +81,8 @@ TEST(GetLangFile, BuildsPathBelowInstallationRoot) {
     TempDir dir;
     const Language lang = languageWith(dir, "[_Files]\r\n6=doc\\readme.txt\r\n");
     withHome(dir.path(), [&] {
-        const QString expected = QDir::cleanPath(dir.path() + "/bin") + "/../doc/readme.txt";
+        const QString expected = QDir::cleanPath(dir.path() + "/bin") +
+                                 NativePath(QStringLiteral("\\..\\doc\\readme.txt"));
         EXPECT_EQ(lang.GetLangFile(6), expected);
     });
 }
@@ -95,7 +97,8 @@ TEST(GetLangFile, MissingOrEmptyNumberGivesEmptyText) {
 TEST(LanguageFolder, IsResLangBesideProgramFolder) {
     TempDir dir;
     withHome(dir.path(), [&] {
-        EXPECT_EQ(LanguageFolder(), QDir::cleanPath(dir.path() + "/bin") + "/../res/lang/");
+        EXPECT_EQ(LanguageFolder(), QDir::cleanPath(dir.path() + "/bin") +
+                                        NativePath(QStringLiteral("\\..\\res\\lang\\")));
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/tempdir.h"
+#include "util/apppath.h"
 #include "util/msgbox.h"
 
 #include <QDir>
@@ -38,7 +39,9 @@ struct LanguageInstall {
 
     // The path the program stores for a file of the language folder.
     QString storedPath(const QString& fileName) const {
-        return dir.path() + QStringLiteral("/bin/../res/lang/") + fileName;
+        // The program folder and the designed "\\..\\res\\lang\\" with the system's separators.
+        return dir.path() + QStringLiteral("/bin") +
+               NativePath(QStringLiteral("\\..\\res\\lang\\")) + fileName;
     }
     QString settingsFile() const { return dir.file(QStringLiteral("bin/Tavik.ini")); }
     void storeLanguage(const QString& path) const {

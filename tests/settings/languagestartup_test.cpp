@@ -4,6 +4,7 @@
 #include "settings/frmoptions.h"
 #include "settings/modini.h"
 #include "support/editorfixture.h"
+#include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/zelcmd.h"
 
@@ -79,7 +80,8 @@ QString storedLanguage(const EditorFixture& editor) {
 }
 
 QString languagePath(const EditorFixture& editor, const QString& fileName) {
-    return editor.root.path() + QStringLiteral("/bin/../res/lang/") + fileName;
+    return editor.root.path() + QStringLiteral("/bin") +
+           NativePath(QStringLiteral("\\..\\res\\lang\\")) + fileName;
 }
 
 void removeLanguage(const EditorFixture& editor, const QString& fileName) {

@@ -1,5 +1,6 @@
 #include "settings/modini.h"
 #include "settings/profilefile.h"
+#include "support/links.h"
 #include "support/smallfilesystem.h"
 #include "support/tempdir.h"
 #include "support/writefault.h"
@@ -49,7 +50,7 @@ TEST(ProfileWrite, WriteIniStaysSilentButLeavesTheFileWhole) {
 TEST(ProfileWrite, ALinkedSettingsFileIsNotWrittenThrough) {
     TempDir dir;
     const QString outside = dir.write("elsewhere/real.ini", kSettings);
-    ASSERT_TRUE(QFile::link(outside, dir.file("Tavik.ini")));
+    TAVIK_LINK_OR_SKIP(outside, dir.file("Tavik.ini"));
     EXPECT_EQ(profile::writeProfileString(dir.file("Tavik.ini"), "SOUND", "UseFormat",
                                           QStringLiteral("1")),
               profile::error::AccessDenied);

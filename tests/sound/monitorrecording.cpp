@@ -12,48 +12,15 @@
 
 namespace tavik::test {
 
-bool MonitorRecording::start(QString& problem) {
-    process_.setProgram(QStringLiteral("parec"));
-    process_.setArguments({QStringLiteral("--device=tavik_null.monitor"), QStringLiteral("--raw"),
-                           QStringLiteral("--format=s16le"), QStringLiteral("--rate=44100"),
-                           QStringLiteral("--channels=2"), QStringLiteral("--latency-msec=5")});
-    process_.start();
-    if (!process_.waitForStarted(5000)) {
-        problem = QStringLiteral("parec does not start: ") + process_.errorString();
-        return false;
-    }
-    QElapsedTimer t;
-    t.start();
-    while (process_.bytesAvailable() == 0 && t.elapsed() < 5000)
-        process_.waitForReadyRead(100);
-    if (process_.bytesAvailable() == 0) {
-        problem = QStringLiteral("parec records nothing from tavik_null.monitor: ") +
-                  QString::fromLocal8Bit(process_.readAllStandardError());
-        return false;
-    }
-    data_ = process_.readAllStandardOutput();
-    return true;
-}
-
-void MonitorRecording::stop() {
-    // A little more, so the end of the last sound is in.
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < 300) {
-        process_.waitForReadyRead(50);
-        data_ += process_.readAllStandardOutput();
-    }
-    process_.terminate();
-    process_.waitForFinished(5000);
-    data_ += process_.readAllStandardOutput();
-    const qsizetype frames = data_.size() / 4;
+void MonitorRecording::keep(const QByteArray& data) {
+    const qsizetype frames = data.size() / 4;
     left_.resize(static_cast<std::size_t>(frames));
     right_.resize(static_cast<std::size_t>(frames));
     for (qsizetype i = 0; i < frames; ++i) {
         qint16 l = 0;
         qint16 r = 0;
-        std::memcpy(&l, data_.constData() + i * 4, 2);
-        std::memcpy(&r, data_.constData() + i * 4 + 2, 2);
+        std::memcpy(&l, data.constData() + i * 4, 2);
+        std::memcpy(&r, data.constData() + i * 4 + 2, 2);
         left_[static_cast<std::size_t>(i)] = static_cast<float>(l) / 32768.0f;
         right_[static_cast<std::size_t>(i)] = static_cast<float>(r) / 32768.0f;
     }

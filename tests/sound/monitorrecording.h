@@ -9,7 +9,8 @@
 namespace tavik::test {
 
 // Records what the sound server's null sink plays, from its monitor source, as 16-bit stereo
-// at 44,100 Hz. The server is the one PULSE_SERVER names.
+// at 44,100 Hz. The server is the one PULSE_SERVER names. The recorder is the host's parec; a
+// Windows test program under Wine has it write to a file (monitorrecording_win.cpp).
 class MonitorRecording {
 public:
     static constexpr int kRate = 44100;
@@ -24,8 +25,13 @@ public:
     const std::vector<float>& right() const { return right_; }
 
 private:
-    QProcess process_;
+    // Keeps 16-bit stereo frames as the two channels.
+    void keep(const QByteArray& data);
+
+    QProcess process_; // the recorder, reading its output (Linux)
     QByteArray data_;
+    QString dataFile_; // where the host's recorder writes, and its process number (Windows)
+    QString pidFile_;
     std::vector<float> left_;
     std::vector<float> right_;
 };

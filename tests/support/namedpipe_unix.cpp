@@ -3,16 +3,13 @@
 #include <QFile>
 #include <chrono>
 
-#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#endif
 
 namespace tavik::test {
 
 NamedPipe::NamedPipe(const QString& path) : path_(QFile::encodeName(path)) {
-#ifdef Q_OS_UNIX
     QFile::remove(path);
     made_ = ::mkfifo(path_.constData(), 0644) == 0;
     if (!made_)
@@ -32,7 +29,6 @@ NamedPipe::NamedPipe(const QString& path) : path_(QFile::encodeName(path)) {
             }
         }
     });
-#endif
 }
 
 NamedPipe::~NamedPipe() {

@@ -6,7 +6,8 @@ namespace tavik::test {
 
 // A real, tiny file system (tmpfs) mounted on a fresh folder, to meet a full disk as a user
 // does. Mounting needs root; when it is not permitted, mounted() is false and whyNot() says
-// why, for the test's skip message. Unmounted again when it goes.
+// why, for the test's skip message. Unmounted again when it goes. The Windows build makes it
+// through the host system under Wine (smallfilesystem_win.cpp).
 class SmallFileSystem {
 public:
     SmallFileSystem(const QString& mountPoint, qint64 bytes);
@@ -28,6 +29,7 @@ public:
 
 private:
     QString path_;
+    QString hostPath_; // where the host system mounted it, when that is another spelling
     bool mounted_ = false;
     QString whyNot_;
 };
