@@ -2,7 +2,7 @@
 # Installs the Debian packages the build needs, when they are missing.
 set -euo pipefail
 
-packages=(cmake g++ make pkg-config qt6-base-dev qt6-multimedia-dev qt6-translations-l10n libgtest-dev libsndfile1-dev clang libclang-rt-14-dev xvfb xauth
+packages=(cmake g++ make pkg-config qt6-base-dev qt6-translations-l10n libgtest-dev libsndfile1-dev clang libclang-rt-14-dev xvfb xauth
     openbox x11-utils portaudio19-dev libsoxr-dev libebur128-dev libasound2-plugins pulseaudio pulseaudio-utils)
 
 missing=()

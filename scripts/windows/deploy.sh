@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Puts beside the executables in folder $1 every DLL they load that is not part of Windows (found
-# through their import tables, recursively), and the Qt plugins Qt looks for there.
+# through their import tables, recursively), the Qt plugins Qt looks for there, and Qt's own
+# translations for the editor's languages where Qt looks for them (the root's translations/).
 #   deploy.sh FOLDER QT_PREFIX LIBS_PREFIX
 set -euo pipefail
 . "$(dirname "$0")/common.sh"
@@ -15,6 +16,7 @@ cp "$qt/plugins/platforms/"{qwindows,qoffscreen}.dll "$dest/platforms/"
 cp "$qt/plugins/styles/"*.dll "$dest/styles/"
 cp "$qt/plugins/imageformats/"*.dll "$dest/imageformats/"
 $TAVIK_WIN_TRIPLE-strip --strip-unneeded "$dest"/*.exe
+bash "$(dirname "$0")/translations.sh" "$dest/../translations"
 
 imports() { $TAVIK_WIN_TRIPLE-objdump -p "$1" | sed -n 's/^\s*DLL Name: //p'; }
 

@@ -3,7 +3,7 @@
 # reachable for apt-get source (the machine's list may hold binary packages only).
 set -euo pipefail
 
-packages=(mingw-w64 wine wine64 dpkg-dev cmake ninja-build pkg-config make qt6-base-dev xvfb x11-apps netpbm ccache fonts-dejavu-core)
+packages=(mingw-w64 wine wine64 dpkg-dev cmake ninja-build pkg-config make qt6-base-dev qt6-translations-l10n xvfb x11-apps netpbm ccache fonts-dejavu-core)
 
 sudo=""
 if [ "$(id -u)" -ne 0 ]; then

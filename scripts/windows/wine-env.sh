@@ -1,0 +1,22 @@
+# Shared by the scripts that run the Windows programs under Wine: the prefix and its server.
+# Sourced, after common.sh, not run. (Kept apart from common.sh, whose text keys the cache of
+# the cross-built libraries.)
+
+# The Wine prefix the Windows programs run in, made once beside the cache; no Mono or Gecko
+# (nothing of ours needs them, and asking for them would try the network).
+export WINEPREFIX="${TAVIK_WINEPREFIX:-$TAVIK_WIN_CACHE/wineprefix}" WINEDEBUG="${WINEDEBUG:--all}"
+export WINEDLLOVERRIDES="mscoree,mshtml="
+
+# Makes the prefix (once) and keeps a Wine server running, so each program then starts in a
+# fraction of a second instead of seconds. One already running for the prefix refuses a second,
+# which is as good.
+win_wine_ready() {
+    win_wine_server
+    wineboot -i >/dev/null 2>&1 || true
+}
+
+# Starts the persistent Wine server, detached from this shell's output: a server that kept a
+# test's output pipe open would make CTest wait for it.
+win_wine_server() {
+    wineserver -p </dev/null >/dev/null 2>&1 || true
+}
