@@ -47,6 +47,8 @@ namespace tavik {
 namespace {
 
 constexpr char16_t kPreviewAlias[] = u"tavik_preview";
+// As wide as a drive letter or a usual mount point needs.
+constexpr int kDriveListCharacters = 16;
 constexpr char16_t kPreviewDevice[] = u"waveaudio";
 
 // The swatches of the colour panel, as colour values (red in the low byte).
@@ -116,6 +118,11 @@ void frmFile::buildControls() {
     fraSelect_->setObjectName(QStringLiteral("fraSelect"));
     drive1_ = new QComboBox(fraSelect_);
     drive1_->setObjectName(QStringLiteral("Drive1"));
+    // A volume mounted deep in a tree must not stretch the dialog past the screen: the list
+    // keeps a drive's width and shortens long names in their middle, each shown whole as its tip.
+    drive1_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    drive1_->setMinimumContentsLength(kDriveListCharacters);
+    drive1_->view()->setTextElideMode(Qt::ElideMiddle);
     dir1_ = new FolderList(fraSelect_);
     dir1_->setObjectName(QStringLiteral("Dir1"));
     file1_ = new FileList(fraSelect_);
@@ -271,6 +278,8 @@ void frmFile::fillDrives() {
     const QSignalBlocker blocker(drive1_);
     drive1_->clear();
     drive1_->addItems(DriveRoots());
+    for (int i = 0; i < drive1_->count(); ++i)
+        drive1_->setItemData(i, drive1_->itemText(i), Qt::ToolTipRole);
     const QString current = DriveOf(dir1_->Path().isEmpty() ? QDir::homePath() : dir1_->Path());
     drive1_->setCurrentIndex(std::max(0, drive1_->findText(current)));
 }

@@ -10,6 +10,7 @@
 #include "settings/windowtexts.h"
 #include "support/dialogtesting.h"
 #include "support/editorfixture.h"
+#include "support/smallfilesystem.h"
 #include "support/tempdir.h"
 #include "util/conversions.h"
 #include "util/tickcount.h"
@@ -175,6 +176,23 @@ TEST(frmFileBrowse, TheDriveListOffersTheRootAndTheDriveOfTheOpenFolder) {
     EXPECT_EQ(dialog.Dir1()->Path(), QDir::toNativeSeparators(setup.sources.path()));
     EXPECT_EQ(texts(dialog.File1()), QStringList{"a.wav"});
     EXPECT_TRUE(setup.editor.messages.empty());
+}
+
+TEST(frmFileBrowse, AVolumeMountedUnderALongPathKeepsTheDialogItsWidthAndShowsItsPathWhole) {
+    ImportSetup setup;
+    const int usual = frmFile(*setup.editor.main).sizeHint().width();
+    TempDir deep;
+    const QString point = deep.file(QStringLiteral("ein/sehr/tief/liegender/Ordner/mit/einem/"
+                                                   "Laufwerk/das/hier/eingehaengt/wurde/Ansagen"));
+    tavik::test::SmallFileSystem volume(point, 64 * 1024);
+    if (!volume.mounted())
+        GTEST_SKIP() << volume.whyNot().toStdString();
+    frmFile dialog(*setup.editor.main);
+    const int listed = dialog.Drive1()->findText(point);
+    if (listed < 0)
+        GTEST_SKIP() << "this system lists its drives, not the folders volumes are mounted on";
+    EXPECT_LE(dialog.sizeHint().width(), usual);
+    EXPECT_EQ(dialog.Drive1()->itemData(listed, Qt::ToolTipRole).toString(), point);
 }
 
 TEST(frmFileAdd, AddsTheSelectedFilesAndNamesAnEmptyOneAndWhy) {
