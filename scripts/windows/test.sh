@@ -13,8 +13,9 @@ start=$SECONDS
 unset DISPLAY
 # A server left from another run may have its desktop on a display that is gone.
 wineserver -k 2>/dev/null || true
+win_release_mounts
 win_wine_ready
-trap 'wineserver -k 2>/dev/null || true' EXIT
+trap 'wineserver -k 2>/dev/null || true; win_release_mounts' EXIT
 status=0
 ctest --test-dir build-win --output-on-failure -j"$TAVIK_WIN_JOBS" || status=$?
 

@@ -20,3 +20,15 @@ win_wine_ready() {
 win_wine_server() {
     wineserver -p </dev/null >/dev/null 2>&1 || true
 }
+
+# Lets go of the small drives the full-disk tests mount on the host under the Wine prefixes; a
+# test that was stopped before it could unmount its own would leave one for every later program
+# (and every folder dialog) to see.
+win_release_mounts() {
+    findmnt -rn -S tavik-test -o TARGET 2>/dev/null | while IFS= read -r target; do
+        target=$(printf '%b' "$target")
+        case "$target" in
+        "$TAVIK_WIN_CACHE"/*) umount -l "$target" 2>/dev/null || true ;;
+        esac
+    done
+}
