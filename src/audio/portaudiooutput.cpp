@@ -36,6 +36,8 @@ constexpr double kFollowSeconds = 20.0;
 // A report further off than this is a step of the stream itself (frames lost or the stream
 // held up), taken at once.
 constexpr double kStep = 0.002;
+// How far MME's reports wander from buffer to buffer with the callback's timing.
+constexpr double kMmeJitter = 0.050;
 
 // A stream of the ALSA plug-in for PulseAudio makes its first few buffers, then stands still
 // for up to two seconds before it runs steadily; the output counts as running after this many
@@ -72,10 +74,11 @@ struct PortAudioOutput::Stream {
     qint64 anchorFrame = 0;
     double anchorTime = 0;
     bool anchored = false;
-    // Windows' MME stamps a buffer with the moment of its callback plus a fixed latency, not
-    // with when it is heard: following that would follow the callback's jitter, so the frames
-    // alone keep the time after the first buffer.
-    bool followsReports = true;
+    // A report further off than this is a step of the stream (kStep). Windows' MME stamps a
+    // buffer with the moment of its callback plus a fixed latency, not with when it is heard,
+    // so its reports wander with the callback's jitter: they are followed slowly like any, and
+    // only a jump larger than that jitter counts as a step.
+    double step = kStep;
     std::atomic<double> largestLead{0}; // how far ahead of the clock a buffer was made
     std::atomic<int> callbacks{0};
     // The count of callbacks when one last came late (more than two buffers after the one
@@ -125,9 +128,7 @@ struct PortAudioOutput::Stream {
         const double dac = heardTime(time, now);
         const double expected =
             anchorTime + static_cast<double>(framesDone - anchorFrame) / format.sampleRate;
-        if (anchored && !followsReports) {
-            // The frame clock alone.
-        } else if (!anchored || std::fabs(dac - expected) > kStep) {
+        if (!anchored || std::fabs(dac - expected) > step) {
             if (anchored && attached)
                 interruptions.fetch_add(1, std::memory_order_relaxed);
             anchorTime = dac;
@@ -180,13 +181,13 @@ std::shared_ptr<PortAudioOutput> PortAudioOutput::open(QString& problem) {
     PaStreamParameters parameters{};
     parameters.device = device;
     parameters.sampleFormat = paFloat32;
-    // MME's buffers go through the system's mixer late and unevenly: it is given the time it
-    // asks for when it must not run dry, and its reports are not followed.
+    // MME's buffers go through the system's mixer late and unevenly: its reports are taken
+    // with that jitter in mind. A longer latency than the low one only delays every sound.
     const PaHostApiInfo* host = Pa_GetHostApiInfo(info->hostApi);
     const bool mme = host && host->type == paMME;
-    s.followsReports = !mme;
-    parameters.suggestedLatency = std::max(kDeviceLatency, mme ? info->defaultHighOutputLatency
-                                                               : info->defaultLowOutputLatency);
+    if (mme)
+        s.step = kMmeJitter;
+    parameters.suggestedLatency = std::max(kDeviceLatency, info->defaultLowOutputLatency);
     // Stereo at CD rate when the device takes it, else what the device prefers; the format
     // is checked before the stream is opened.
     const int channelChoices[] = {std::min(2, info->maxOutputChannels), 1};
