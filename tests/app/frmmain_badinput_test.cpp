@@ -62,6 +62,9 @@ TEST(MainWindowBadInput, APackageFolderRemovedWhileOpenIsNotMadeAgainAndTheListS
     const QString folder = editor.root.file(QStringLiteral("Data/p"));
     openAndMove(editor, folder);
     ASSERT_TRUE(QDir(folder).removeRecursively());
+    if (QFileInfo::exists(folder))
+        GTEST_SKIP() << "this system keeps a folder that a program watches until it lets go "
+                        "(Windows): it is not removed while the package is open";
     expectSaveRefusedAndChangesKept(editor, folder + QStringLiteral("/Package.io"));
     EXPECT_FALSE(QFileInfo::exists(folder));
 }

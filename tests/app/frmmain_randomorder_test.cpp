@@ -77,6 +77,14 @@ public:
     }
 
     frmMain& main() { return *editor_.main; }
+    // The texts of the messages shown since the last call.
+    std::string takeMessages() {
+        QStringList texts;
+        for (const MessageRequest& m : editor_.messages)
+            texts << m.text;
+        editor_.messages.clear();
+        return texts.join(u'\n').toStdString();
+    }
     ReportList* list() { return editor_.main->lsvPack(); }
     QString indexFile() const { return folder_ + QStringLiteral("/Package.io"); }
     int actions = 0;
@@ -169,8 +177,10 @@ TEST(MainWindowRandomOrder, EverySeededMixOfEditsSavesAndReloadsTheOrderTheListS
         const QList<Row> after = shownRows(session.list());
         const QList<Row> saved = savedRows(session.indexFile());
         const bool same = before == after && after == saved;
+        const std::string messages = session.takeMessages();
         EXPECT_TRUE(same) << "seed " << seed << "\n shown " << describe(before) << "\n after "
-                          << describe(after) << "\n file  " << describe(saved);
+                          << describe(after) << "\n file  " << describe(saved)
+                          << "\n messages: " << messages;
         EXPECT_TRUE(session.main().undoStack()->isClean()) << "seed " << seed;
         if (!same)
             ++failures;

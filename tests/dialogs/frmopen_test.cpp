@@ -183,16 +183,20 @@ TEST(frmOpenHighlight, ACommentFileThatIsAPipeIsTheAccessErrorAndTheDialogStaysU
     ASSERT_EQ(texts(dialog.lstFile()), (QStringList{"Erstes", "Rohr"}));
     ErrorCatcher errors;
     clickRow(dialog.lstFile(), 1);
-    ASSERT_EQ(errors.shown.size(), 1);
-    // Not found where the system shows nothing by that name (Wine, for the host's pipes).
-    const QString error = QFileInfo::exists(setup.dataFile(QStringLiteral("B/Package.txt")))
-                              ? QStringLiteral("'75'")
-                              : QStringLiteral("'53'");
-    EXPECT_TRUE(errors.shown[0].contains(error)) << errors.shown[0].toStdString();
+    // Where the system shows nothing by that name (Wine, for the host's pipes) the package has
+    // no comment; elsewhere the pipe is there and refused.
+    const bool seen = QFileInfo::exists(setup.dataFile(QStringLiteral("B/Package.txt")));
+    ASSERT_EQ(errors.shown.size(), seen ? 1 : 0);
+    if (seen) {
+        EXPECT_TRUE(errors.shown[0].contains(QStringLiteral("'75'")))
+            << errors.shown[0].toStdString();
+    } else {
+        EXPECT_EQ(dialog.txtComment()->toPlainText(), QString());
+    }
     EXPECT_FALSE(pipe.hadToFreeAReader());
     clickRow(dialog.lstFile(), 0);
     EXPECT_EQ(dialog.txtComment()->toPlainText(), QStringLiteral("Eins"));
-    EXPECT_EQ(errors.shown.size(), 1);
+    EXPECT_EQ(errors.shown.size(), seen ? 1 : 0);
 }
 
 TEST(frmOpenHighlight, LoadPicIgnoresAMissingOrUnreadablePicture) {

@@ -7,6 +7,7 @@
 #include "support/errorcatcher.h"
 #include "util/apppath.h"
 #include "util/reportlist.h"
+#include "util/tickcount.h"
 #include "util/zelcmd.h"
 
 #include <QFileInfo>
@@ -80,8 +81,9 @@ TEST(HostilePackageWindow, KeysThatAreNoNumbersLoadWithoutASoundAndNothingOutsid
             opened << command;
     }
     ASSERT_EQ(opened.size(), 3) << opened.join(u'\n').toStdString();
+    // Each names its file in the package folder (in the short form, where the system has one).
     for (const QString& command : opened)
-        EXPECT_TRUE(command.contains(editor.folder + u'/')) << command.toStdString();
+        EXPECT_TRUE(command.contains(ShortPath(editor.folder))) << command.toStdString();
 
     EXPECT_EQ(treeChanges(before, editor.around()), QString());
 }
@@ -121,7 +123,10 @@ TEST(HostilePackageWindow, RemovingAnEntryWhoseKeyIsNoNumberDeletesNothingAnywhe
     EXPECT_EQ(refused, test::hostileIndexEntries().size() - test::keysWithSound().size());
     // The package and everything around it are as they were, the link and its target too.
     EXPECT_EQ(treeChanges(before, editor.around()), QString());
-    EXPECT_TRUE(QFileInfo(editor.folder + QStringLiteral("/0003.wav")).isSymLink());
+    // The link is still a link, where the system makes links at all.
+    const bool linksAreMade =
+        test::MakeLink(QStringLiteral("target"), editor.root.file(QStringLiteral("probe")));
+    EXPECT_EQ(QFileInfo(editor.folder + QStringLiteral("/0003.wav")).isSymLink(), linksAreMade);
     // The device word "all" closed no sound: the announcements still play.
     EXPECT_EQ(editor.backend.emulator().send(QStringLiteral("status 0000 length")).code, 0);
 

@@ -316,7 +316,7 @@ TEST(frmLanguage, OKStoresTheFullPathOfTheChosenFile) {
     QTest::mouseClick(dialog.cmdOK(), Qt::LeftButton);
 
     EXPECT_FALSE(dialog.isVisible());
-    const QString expected = install.dir.path() + QStringLiteral("/bin/../res/lang/English.lng");
+    const QString expected = install.storedPath(QStringLiteral("English.lng"));
     EXPECT_EQ(storedLanguage(install), expected);
     EXPECT_EQ(language.LanguageFile, expected);
     EXPECT_TRUE(QFile::exists(expected));

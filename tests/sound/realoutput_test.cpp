@@ -133,6 +133,20 @@ bool keptTheTicks(const RecordingBackend& recorder, double unitsPerMs,
     return true;
 }
 
+// The first sound of a new output can be lost while the sound server sets its stream up (under
+// Wine for a second or so): half a second of silence is played before anything is recorded.
+void warmUp(EmulatorBackend& backend) {
+    TempDir dir;
+    const QString path = dir.file(QStringLiteral("silence.wav"));
+    if (!writeLevels(path, 44100 / 2, 44100, {0.0f}))
+        return;
+    MciEmulator& emulator = backend.emulator();
+    emulator.send(QStringLiteral("open ") + path + QStringLiteral(" alias tavik_warm_up"));
+    emulator.send(QStringLiteral("play tavik_warm_up"));
+    backend.drain();
+    emulator.send(QStringLiteral("close tavik_warm_up"));
+}
+
 // Records the null sink while `play` plays and the output drains. When the machine holds
 // threads up, what is heard says nothing about the player, and the run is played again, three
 // times at most: when the device ran dry, and, given `keptTicks`, when the player missed a tick
@@ -140,6 +154,7 @@ bool keptTheTicks(const RecordingBackend& recorder, double unitsPerMs,
 // thread was held up is the player's own and is judged.
 Heard recordWhile(EmulatorBackend& backend, const std::function<void()>& play,
                   const std::function<bool()>& keptTicks = {}) {
+    warmUp(backend);
     for (int attempt = 1;; ++attempt) {
         MonitorRecording recording;
         QString problem;
