@@ -1,5 +1,7 @@
 #pragma once
 
+#include "log/logsettings.h"
+
 #include <QString>
 #include <memory>
 
@@ -30,6 +32,8 @@ public:
 private:
     QString programFolder_;
     const Language* language_;
+    // Read fresh for every line as far as anyone can tell: again whenever the file changed.
+    LogSettingsReader settings_;
     std::unique_ptr<frmDebug> viewer_;
 };
 
