@@ -2,7 +2,7 @@
 
 #include "util/apppath.h"
 #include "util/fileops.h"
-#include "util/vbstrings.h"
+#include "util/runtimeerror.h"
 
 #include <QSet>
 #include <algorithm>
@@ -88,7 +88,7 @@ QString PackageFileList::GetFileName(const QString& key) const {
     // Names are sorted without regard to case, so those that begin with the key form one run.
     auto it =
         std::lower_bound(names_.begin(), names_.end(), key, [](const QString& a, const QString& b) {
-            return a.compare(b, Qt::CaseInsensitive) < 0;
+            return CompareWithoutCase(a, b) < 0;
         });
     for (; it != names_.end() && it->startsWith(key, Qt::CaseInsensitive); ++it) {
         if (isFileOfKey(*it, key))
@@ -103,8 +103,13 @@ QString GetExtension(const QString& name) {
 }
 
 IndexEntry SplitIndexEntry(const QString& entry) {
-    const QStringList parts = Split(entry, QStringLiteral("~"));
-    return {PartAt(parts, 0), PartAt(parts, 1)};
+    // As the parts of Split(entry, "~") 0 and 1, without the list: every entry of a load is
+    // split. An empty entry has no parts and one without "~" no second.
+    const qsizetype first = entry.indexOf(u'~');
+    if (entry.isEmpty() || first < 0)
+        throw RuntimeError(rt::SubscriptOutOfRange);
+    const qsizetype second = entry.indexOf(u'~', first + 1);
+    return {entry.left(first), entry.mid(first + 1, second < 0 ? -1 : second - first - 1)};
 }
 
 QString JoinIndexEntry(const QString& key, const QString& title) {

@@ -12,6 +12,7 @@
 #include <optional>
 
 #ifdef Q_OS_UNIX
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -197,13 +198,66 @@ bool WildcardMatch(const QString& pattern, const QString& name) {
     return p == pattern.size();
 }
 
+int CompareWithoutCase(QStringView a, QStringView b) {
+    // ASCII letters fold to their lower case; from the first other character on, Qt's own
+    // folding decides. A character before it is ASCII, so no surrogate pair is cut apart.
+    const qsizetype common = std::min(a.size(), b.size());
+    for (qsizetype i = 0; i < common; ++i) {
+        char16_t x = a[i].unicode();
+        char16_t y = b[i].unicode();
+        if (x >= 0x80 || y >= 0x80)
+            return a.mid(i).compare(b.mid(i), Qt::CaseInsensitive);
+        if (x >= u'A' && x <= u'Z')
+            x += u'a' - u'A';
+        if (y >= u'A' && y <= u'Z')
+            y += u'a' - u'A';
+        if (x != y)
+            return x < y ? -1 : 1;
+    }
+    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
+}
+
+namespace {
+
+// The names QDir(folder).entryList(QDir::Files | QDir::NoSymLinks) gives, in no order: the plain
+// files that are no links and not hidden.
+QStringList plainFileNames(const QString& folder) {
+#ifdef Q_OS_UNIX
+    // Read straight from the directory: QDir makes a file information record for every entry,
+    // and a package folder has tens of thousands. Hidden names are those that begin with ".".
+    DIR* dir = ::opendir(QFile::encodeName(folder).constData());
+    if (!dir)
+        return {};
+    QStringList names;
+    while (const dirent* entry = ::readdir(dir)) {
+        if (entry->d_name[0] == '.')
+            continue;
+        bool plain = entry->d_type == DT_REG;
+        if (entry->d_type == DT_UNKNOWN) {
+            // A file system that does not tell the type in the directory: asked per name.
+            struct stat st {};
+            plain = ::fstatat(::dirfd(dir), entry->d_name, &st, AT_SYMLINK_NOFOLLOW) == 0 &&
+                    S_ISREG(st.st_mode);
+        }
+        if (plain)
+            names << QFile::decodeName(entry->d_name);
+    }
+    ::closedir(dir);
+    return names;
+#else
+    return QDir(folder).entryList(QDir::Files | QDir::NoSymLinks, QDir::NoSort);
+#endif
+}
+
+} // namespace
+
 QStringList ListFiles(const QString& folder) {
     QDir dir(folder);
     if (folder.isEmpty() || !dir.exists())
         return {};
-    QStringList names = dir.entryList(QDir::Files | QDir::NoSymLinks, QDir::NoSort);
+    QStringList names = plainFileNames(folder);
     std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
-        const int c = a.compare(b, Qt::CaseInsensitive);
+        const int c = CompareWithoutCase(a, b);
         return c != 0 ? c < 0 : a < b;
     });
     return names;
