@@ -1,8 +1,17 @@
 #include "soundfile.h"
 
 #include <QFile>
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <memory>
 #include <sndfile.h>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace tavik {
 
@@ -29,10 +38,159 @@ bool isWave(const SF_INFO& info) {
     return type == SF_FORMAT_WAV || type == SF_FORMAT_WAVEX;
 }
 
+// A sound file that libsndfile reads through a buffer of ours. Reading a header, libsndfile
+// asks for a few bytes at a time and for its position in between, each a system call when it
+// reads the file itself: some twenty-five for a short WAVE file, where this needs one read.
+class BufferedSoundFile {
+public:
+    BufferedSoundFile() = default;
+    BufferedSoundFile(const BufferedSoundFile&) = delete;
+    BufferedSoundFile& operator=(const BufferedSoundFile&) = delete;
+    ~BufferedSoundFile() {
+#ifdef Q_OS_UNIX
+        if (fd_ >= 0)
+            ::close(fd_);
+#endif
+    }
+
+    // Only a plain file is taken: anything else is left to libsndfile's own way of opening.
+    bool open(const QString& path) {
+#ifdef Q_OS_UNIX
+        fd_ = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        if (fd_ < 0)
+            return false;
+        struct stat st {};
+        if (::fstat(fd_, &st) != 0 || !S_ISREG(st.st_mode))
+            return false;
+        size_ = st.st_size;
+        return true;
+#else
+        file_.setFileName(path);
+        if (!file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            return false;
+        size_ = file_.size();
+        return true;
+#endif
+    }
+
+    SNDFILE* openSound(SF_INFO& info) {
+        static SF_VIRTUAL_IO io = {&BufferedSoundFile::length, &BufferedSoundFile::seek,
+                                   &BufferedSoundFile::read, &BufferedSoundFile::write,
+                                   &BufferedSoundFile::tell};
+        return sf_open_virtual(&io, SFM_READ, &info, this);
+    }
+
+private:
+    static constexpr qint64 kBufferBytes = 64 * 1024;
+
+    static BufferedSoundFile& self(void* user) {
+        return *static_cast<BufferedSoundFile*>(user);
+    }
+    static sf_count_t length(void* user) {
+        return self(user).size_;
+    }
+    static sf_count_t tell(void* user) {
+        return self(user).pos_;
+    }
+    static sf_count_t write(const void*, sf_count_t, void*) {
+        return 0;
+    }
+
+    static sf_count_t seek(sf_count_t offset, int whence, void* user) {
+        BufferedSoundFile& f = self(user);
+        const qint64 base = whence == SEEK_CUR ? f.pos_ : whence == SEEK_END ? f.size_ : 0;
+        if (whence != SEEK_SET && whence != SEEK_CUR && whence != SEEK_END)
+            return -1;
+        if (base + offset < 0)
+            return -1;
+        f.pos_ = base + offset;
+        return f.pos_;
+    }
+
+    static sf_count_t read(void* ptr, sf_count_t count, void* user) {
+        BufferedSoundFile& f = self(user);
+        auto* out = static_cast<char*>(ptr);
+        sf_count_t done = 0;
+        while (done < count) {
+            const qint64 inBuffer = f.pos_ - f.bufferAt_;
+            if (inBuffer >= 0 && inBuffer < f.buffered_) {
+                const qint64 n = std::min<qint64>(f.buffered_ - inBuffer, count - done);
+                std::memcpy(out + done, f.buffer_.get() + inBuffer, static_cast<std::size_t>(n));
+                done += n;
+                f.pos_ += n;
+                continue;
+            }
+            // A read as large as the buffer goes straight to the caller.
+            if (count - done >= kBufferBytes) {
+                const qint64 got = f.readAt(f.pos_, out + done, count - done);
+                if (got <= 0)
+                    break;
+                done += got;
+                f.pos_ += got;
+                continue;
+            }
+            if (!f.buffer_) {
+                // No larger than the file: a short sound costs no more than its bytes.
+                f.capacity_ = std::clamp<qint64>(f.size_, 512, kBufferBytes);
+                f.buffer_ =
+                    std::make_unique_for_overwrite<char[]>(static_cast<std::size_t>(f.capacity_));
+            }
+            f.bufferAt_ = f.pos_;
+            f.buffered_ = std::max<qint64>(f.readAt(f.pos_, f.buffer_.get(), f.capacity_), 0);
+            if (f.buffered_ == 0)
+                break;
+        }
+        return done;
+    }
+
+    qint64 readAt(qint64 at, char* into, qint64 count) {
+#ifdef Q_OS_UNIX
+        qint64 total = 0;
+        while (total < count) {
+            const ssize_t got = ::pread(fd_, into + total, static_cast<std::size_t>(count - total),
+                                        static_cast<off_t>(at + total));
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got <= 0)
+                break;
+            total += got;
+        }
+        return total;
+#else
+        if (!file_.seek(at))
+            return -1;
+        return file_.read(into, count);
+#endif
+    }
+
+#ifdef Q_OS_UNIX
+    int fd_ = -1;
+#else
+    QFile file_;
+#endif
+    qint64 size_ = 0;
+    qint64 pos_ = 0;
+    std::unique_ptr<char[]> buffer_;
+    qint64 capacity_ = 0;
+    qint64 bufferAt_ = 0;
+    qint64 buffered_ = 0;
+};
+
 } // namespace
 
 std::optional<SoundInfo> probeSound(const QString& path) {
-    SF_INFO info;
+    SF_INFO info{};
+    // Through our buffer first. libsndfile tells a format by the file's bytes and only after
+    // that, for a few headerless ones, by its name's extension, which a virtual file lacks: a
+    // file it cannot tell from its bytes is opened by name as before.
+    BufferedSoundFile buffered;
+    if (buffered.open(path)) {
+        if (const SndHandle file{buffered.openSound(info)}) {
+            if (!plausible(info))
+                return std::nullopt;
+            return SoundInfo{info.frames, info.samplerate, info.channels, isWave(info)};
+        }
+    }
     const SndHandle file = openSound(path, info);
     if (!file || !plausible(info))
         return std::nullopt;
