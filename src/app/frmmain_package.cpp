@@ -2,6 +2,7 @@
 #include "app/frmstatus.h"
 #include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
+#include "log/eventlog.h"
 #include "package/packagesettings.h"
 #include "settings/followlanguage.h"
 #include "settings/language.h"
@@ -51,13 +52,17 @@ void frmMain::LoadPackage() {
     }
     noteLoadedPackage();
     lsvPack_->hide();
-    // Opening a sound lets events through by itself; here that happens at the load's pace.
+    // Opening a sound lets events through by itself, and so does each line the event log
+    // gets (a sound that fails to open writes one); here that happens at the load's pace.
     const bool yieldOnOpen = mci_.YieldOnOpen;
+    const bool yieldOnWrite = eventLog_.YieldOnWrite;
     mci_.YieldOnOpen = false;
+    eventLog_.YieldOnWrite = false;
     // A load aborted by a runtime error still leaves a window the user can work with: the
     // list as far as it was filled, the ready panels, no status window.
-    const auto restore = qScopeGuard([this, yieldOnOpen] {
+    const auto restore = qScopeGuard([this, yieldOnOpen, yieldOnWrite] {
         mci_.YieldOnOpen = yieldOnOpen;
+        eventLog_.YieldOnWrite = yieldOnWrite;
         // Rows are added at the end and placed by the sort column once all are filled, as if
         // each were placed when it was complete: what the list shows after a reload is the
         // saved order, sorted over whole rows.
@@ -116,7 +121,12 @@ void frmMain::LoadPackage() {
             titleColumn = width;
         }
         if (!entry.Title.isEmpty()) {
-            ReportListItem* row = lsvPack_->AddItem(entry.Key, {}, lsvPack_->Count() + 1);
+            // The row joins the list once it is filled, so the list's views hear of it once
+            // instead of once for every text; a sound whose load raises an error leaves its
+            // row as far as it was filled.
+            ReportListItem* row = lsvPack_->MakeItem(entry.Key);
+            const auto addRow =
+                qScopeGuard([this, row] { lsvPack_->AddMadeItem(row, lsvPack_->Count() + 1); });
             const QString filePath = files.GetFileName(entry.Key);
             row->SetSubItems(1, entry.Title);
             row->SetTag(filePath);

@@ -31,7 +31,8 @@ void EventLog::WriteLog(const QString& line) {
     box->setSelLength(newEnd - oldEnd);
     box->setSelStart(newEnd);
 
-    QCoreApplication::processEvents();
+    if (YieldOnWrite)
+        QCoreApplication::processEvents();
 
     const LogSettings& settings = settings_.current();
     if (settings.toFile)

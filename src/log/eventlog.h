@@ -25,6 +25,11 @@ public:
     // log file that cannot be written raises the runtime error to the caller.
     void WriteLog(const QString& line);
 
+    // Each line lets pending events through; a caller that writes many lines in a row (a
+    // load, whose sounds may each fail to open) turns that off and lets them through at its
+    // own pace.
+    bool YieldOnWrite = true;
+
     frmDebug* viewer();
     // Whether the viewer exists yet; viewer() would create it.
     bool viewerCreated() const { return viewer_ != nullptr; }

@@ -332,11 +332,27 @@ ReportListItem* ReportList::AddItem(const QString& text, const QString& key, int
     auto* item = new ReportListItem(this);
     item->setText(0, text);
     item->SetKey(key);
+    insertAt(item, index);
+    return item;
+}
+
+ReportListItem* ReportList::MakeItem(const QString& text) {
+    auto* item = new ReportListItem(this);
+    item->setText(0, text);
+    return item;
+}
+
+void ReportList::AddMadeItem(ReportListItem* item, int index) {
+    if (index < 0 || index > Count() + 1)
+        outOfBounds();
+    insertAt(item, index);
+}
+
+void ReportList::insertAt(ReportListItem* item, int index) {
     int at = index == 0 ? Count() : index - 1;
     if (index == 0 && sorted_)
         at = sortedPosition(item);
     insertTopLevelItem(at, item);
-    return item;
 }
 
 ReportListItem* ReportList::ListItems(int index) const {

@@ -98,6 +98,36 @@ TEST(ReportList, AddAtIndexInsertsThere) {
     EXPECT_EQ(errorOf([&] { f.list.AddItem("far", "X", 7); }), 35600);
 }
 
+TEST(ReportList, ARowMadeFirstIsAnnouncedOnceWhenItIsAdded) {
+    ThreeRows f;
+    int changed = 0;
+    int inserted = 0;
+    QObject::connect(f.list.model(), &QAbstractItemModel::dataChanged, [&] { ++changed; });
+    QObject::connect(f.list.model(), &QAbstractItemModel::rowsInserted, [&] { ++inserted; });
+    ReportListItem* row = f.list.MakeItem("d");
+    row->SetSubItems(1, "Gleis 4");
+    row->SetTag("/p/0004.wav");
+    row->SetForeColor(255);
+    row->SetBold(true);
+    EXPECT_EQ(f.list.Count(), 3);
+    f.list.AddMadeItem(row, 2);
+    EXPECT_EQ(changed, 0);
+    EXPECT_EQ(inserted, 1);
+    EXPECT_EQ(texts(f.list), QStringList({"a", "d", "b", "c"}));
+    EXPECT_EQ(f.list.ListItems(2), row);
+    EXPECT_EQ(row->SubItems(1), "Gleis 4");
+    EXPECT_EQ(row->Tag(), "/p/0004.wav");
+    EXPECT_EQ(row->ForeColor(), 255u);
+    EXPECT_TRUE(row->Bold());
+    EXPECT_EQ(row->Key(), QString());
+    EXPECT_EQ(row->Index(), 2);
+    // Its place is checked as AddItem checks it; the row stays the caller's when refused.
+    ReportListItem* other = f.list.MakeItem("e");
+    EXPECT_EQ(errorOf([&] { f.list.AddMadeItem(other, 6); }), 35600);
+    delete other;
+    EXPECT_EQ(f.list.Count(), 4);
+}
+
 TEST(ReportList, SubItemsCountFromOneUpToTheColumns) {
     ThreeRows f;
     ReportListItem* row = f.list.ListItems(1);
