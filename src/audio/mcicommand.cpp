@@ -8,15 +8,17 @@ namespace {
 
 // Splits at blanks; a quoted part is one word without its quotes. A word's characters are
 // copied in runs between quotes and blanks, not one by one: every command sent is parsed.
-QStringList tokenize(const QString& text, int& error) {
+QStringList tokenize(QStringView text, int& error) {
     QStringList words;
+    // A command has a few words; one allocation holds them.
+    words.reserve(6);
     QString current;
     bool quoted = false;
     bool inWord = false;
     qsizetype run = 0; // where the characters not yet in `current` start
     const auto takeRun = [&](qsizetype end) {
         if (end > run)
-            current += QStringView(text).mid(run, end - run);
+            current += text.mid(run, end - run);
         run = end + 1;
     };
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -80,12 +82,12 @@ MciCommand parseOpen(const QString& rest) {
 } // namespace
 
 MciCommand parseMciCommand(const QString& text) {
-    const QString trimmed = text.trimmed();
+    const QStringView trimmed = QStringView(text).trimmed();
     const qsizetype blank = trimmed.indexOf(u' ');
-    const QString verb = (blank < 0 ? trimmed : trimmed.left(blank)).toLower();
-    const QString rest = blank < 0 ? QString() : trimmed.mid(blank + 1);
+    const QString verb = (blank < 0 ? trimmed : trimmed.left(blank)).toString().toLower();
+    const QStringView rest = blank < 0 ? QStringView() : trimmed.mid(blank + 1);
     if (verb == u"open")
-        return parseOpen(rest);
+        return parseOpen(rest.toString());
 
     MciCommand command;
     command.verb = verb;

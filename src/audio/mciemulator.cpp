@@ -136,19 +136,24 @@ MciEmulator::Reply MciEmulator::status(Device& device, const QStringList& words)
 
 MciEmulator::Reply MciEmulator::sendOpen(const QString& text, const QString& path,
                                          const QString& inCommand) {
-    const QString head = QStringLiteral("open ") + inCommand;
-    if (inCommand.isEmpty() || !text.startsWith(head, Qt::CaseInsensitive))
+    // The command begins with "open " and the element (without regard to case); every sound a
+    // load opens comes here, so the command is read in place.
+    const QStringView command(text);
+    const QStringView verb = u"open ";
+    if (inCommand.isEmpty() || !command.startsWith(verb, Qt::CaseInsensitive) ||
+        !command.mid(verb.size()).startsWith(inCommand, Qt::CaseInsensitive))
         return send(text);
     // What follows the element is "[type T] alias A".
-    const QStringList words = text.mid(head.size()).split(u' ', Qt::SkipEmptyParts);
+    const QList<QStringView> words =
+        command.mid(verb.size() + inCommand.size()).split(u' ', Qt::SkipEmptyParts);
     QString type;
     QString alias;
     for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
-        const QString keyword = words[i].toLower();
+        const QString keyword = words[i].toString().toLower();
         if (keyword == u"type" && type.isEmpty())
-            type = words[i + 1];
+            type = words[i + 1].toString();
         else if (keyword == u"alias" && alias.isEmpty())
-            alias = words[i + 1];
+            alias = words[i + 1].toString();
         else
             return send(text);
     }
