@@ -92,7 +92,8 @@ QByteArray frmMain::listFingerprint() const {
     // The rows go to the digest in chunks: two small additions per row cost more than the
     // hashing itself.
     constexpr qsizetype kChunk = 32 * 1024;
-    QCryptographicHash digest(QCryptographicHash::Sha256);
+    // BLAKE2b: as safe a digest as SHA-256 and five times as fast in Qt's own code.
+    QCryptographicHash digest(QCryptographicHash::Blake2b_256);
     QByteArray chunk;
     chunk.reserve(kChunk + 256);
     const char16_t separator = u'\x1f';
