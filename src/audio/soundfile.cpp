@@ -1,5 +1,6 @@
 #include "soundfile.h"
 
+#include <QByteArrayView>
 #include <QFile>
 #include <algorithm>
 #include <cerrno>
@@ -71,6 +72,20 @@ public:
         size_ = file_.size();
         return true;
 #endif
+    }
+
+    // Whether the file begins as a WAVE, Ogg or FLAC file does. libsndfile tells those from
+    // their first bytes before it looks anywhere else; other files it may also tell by a
+    // resource fork beside the file or by the name's extension, which only an open by name
+    // finds.
+    bool toldByItsBytes() {
+        char head[12];
+        if (read(head, sizeof head, this) != sizeof head)
+            return false;
+        pos_ = 0;
+        const QByteArrayView h(head, sizeof head);
+        return ((h.startsWith("RIFF") || h.startsWith("RIFX")) && h.sliced(8) == "WAVE") ||
+               h.startsWith("OggS") || h.startsWith("fLaC");
     }
 
     SNDFILE* openSound(SF_INFO& info) {
@@ -180,11 +195,10 @@ private:
 
 std::optional<SoundInfo> probeSound(const QString& path) {
     SF_INFO info{};
-    // Through our buffer first. libsndfile tells a format by the file's bytes and only after
-    // that, for a few headerless ones, by its name's extension, which a virtual file lacks: a
-    // file it cannot tell from its bytes is opened by name as before.
+    // Through our buffer when libsndfile knows the file by its first bytes alone; anything
+    // else, and a file it then still refuses, is opened by name as before.
     BufferedSoundFile buffered;
-    if (buffered.open(path)) {
+    if (buffered.open(path) && buffered.toldByItsBytes()) {
         if (const SndHandle file{buffered.openSound(info)}) {
             if (!plausible(info))
                 return std::nullopt;

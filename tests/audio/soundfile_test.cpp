@@ -68,6 +68,20 @@ TEST(ProbeSound, AnMp3BehindAnId3TagReadsAsByName) {
     expectSame(probeSound(tagged), byName(tagged));
 }
 
+TEST(ProbeSound, ASoundBesideAResourceForkFileReadsAsByName) {
+    TempDir dir;
+    // A copy from a Mac leaves "._" files beside the sounds, which libsndfile takes for a
+    // resource fork when it cannot tell a file by its first bytes.
+    for (const char* name : {"tone.mp3", "tone.wav", "tone.ogg"}) {
+        const QString path = dir.file(QString::fromLatin1(name));
+        if (!writeTone(path, 22050, 22050, 1))
+            continue;
+        dir.write(QStringLiteral("._") + QString::fromLatin1(name), QByteArray(4096, '\x01'));
+        SCOPED_TRACE(name);
+        expectSame(probeSound(path), byName(path));
+    }
+}
+
 TEST(ProbeSound, AHeaderlessSoundKnownByItsExtensionReadsAsByName) {
     TempDir dir;
     // No header libsndfile knows: only the name tells it how to read the bytes.
