@@ -2,6 +2,8 @@
 
 #include "audio/mcierrors.h"
 
+#include <QVarLengthArray>
+
 namespace tavik {
 
 namespace {
@@ -79,9 +81,60 @@ MciCommand parseOpen(const QString& rest) {
     return command;
 }
 
+// The words of the program's own commands in lower case, shared rather than copied for every
+// command: a load sends several per sound.
+const QString* sharedWord(QStringView word) {
+    static const QString kWords[] = {
+        QStringLiteral("close"),  QStringLiteral("play"),     QStringLiteral("stop"),
+        QStringLiteral("seek"),   QStringLiteral("set"),      QStringLiteral("status"),
+        QStringLiteral("time"),   QStringLiteral("format"),   QStringLiteral("milliseconds"),
+        QStringLiteral("length"), QStringLiteral("position"), QStringLiteral("mode"),
+        QStringLiteral("to"),     QStringLiteral("start"),    QStringLiteral("end")};
+    for (const QString& known : kWords)
+        if (word.compare(known, Qt::CaseInsensitive) == 0)
+            return &known;
+    return nullptr;
+}
+
+QString lowerWord(QStringView word) {
+    const QString* shared = sharedWord(word);
+    return shared ? *shared : word.toString().toLower();
+}
+
+// A command of printable ASCII without quotes, read as parseMciCommand reads any other but
+// without a copy of each part: the verb and the words a program sends are shared texts.
+// False for anything else (open, a command without its device), which the full reading takes.
+bool parsePlain(QStringView text, MciCommand& command) {
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u == u'"' || u < u' ' || u > u'~')
+            return false;
+    }
+    QVarLengthArray<QStringView, 8> tokens;
+    for (qsizetype i = 0; i < text.size();) {
+        while (i < text.size() && text[i] == u' ')
+            ++i;
+        const qsizetype start = i;
+        while (i < text.size() && text[i] != u' ')
+            ++i;
+        if (i > start)
+            tokens.append(text.mid(start, i - start));
+    }
+    if (tokens.size() < 2 || tokens[0].compare(u"open", Qt::CaseInsensitive) == 0)
+        return false;
+    command.verb = lowerWord(tokens[0]);
+    command.device = tokens[1].toString();
+    command.words.reserve(tokens.size() - 2);
+    for (qsizetype i = 2; i < tokens.size(); ++i)
+        command.words.append(lowerWord(tokens[i]));
+    return true;
+}
+
 } // namespace
 
 MciCommand parseMciCommand(const QString& text) {
+    if (MciCommand plain; parsePlain(text, plain))
+        return plain;
     const QStringView trimmed = QStringView(text).trimmed();
     const qsizetype blank = trimmed.indexOf(u' ');
     const QString verb = (blank < 0 ? trimmed : trimmed.left(blank)).toString().toLower();
