@@ -95,15 +95,17 @@ MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
                                      const QString& alias) {
     if (devices_.contains(alias.toLower()))
         return error(mci::DuplicateAlias);
+    // One file information for the name's extension and the file's kind.
+    const QFileInfo file(path);
     QString deviceType = type.toLower();
     if (deviceType.isEmpty()) {
-        deviceType = deviceTypeForExtension(QFileInfo(path).suffix());
+        deviceType = deviceTypeForExtension(file.suffix());
         if (deviceType.isEmpty())
             return error(mci::ExtensionNotFound);
     } else if (deviceType != kWaveAudio && deviceType != kMpegVideo) {
         return error(mci::InvalidDeviceName);
     }
-    if (!QFileInfo(path).isFile())
+    if (!file.isFile())
         return error(mci::FileNotFound);
     const std::optional<SoundInfo> info = probeSound(path);
     // The wave device reads RIFF WAVE files only; the MPEG device whatever can be decoded.
