@@ -52,9 +52,16 @@ PackageFileState ReadPackageFileState(const QString& packageFolder, const QStrin
 
 PackageDiskState ReadPackageDiskState(const QString& packageFolder) {
     PackageDiskState state;
-    for (const QString& name : ListFiles(NativePath(packageFolder))) {
-        if (IsFollowedPackageFile(name))
+    const QString folder = NativePath(packageFolder);
+    const FolderStamps stamps(folder);
+    for (const QString& name : ListFiles(folder)) {
+        if (!IsFollowedPackageFile(name))
+            continue;
+        // The sounds by their stamps alone, found from the folder.
+        if (hashedByContent(name))
             state.insert(name, ReadPackageFileState(packageFolder, name));
+        else
+            state.insert(name, PackageFileState{stamps.of(name), {}});
     }
     return state;
 }

@@ -3,12 +3,15 @@
 #include "fileops.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QThread>
 
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace tavik {
@@ -65,6 +68,31 @@ FileStamp StampOf(const QString& path) {
     stamp.changedNs = info.metadataChangeTime().toMSecsSinceEpoch() * 1000000LL;
     return stamp;
 #endif
+}
+
+FolderStamps::FolderStamps(const QString& folder) : folder_(folder) {
+#ifdef Q_OS_UNIX
+    fd_ = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+#endif
+}
+
+FolderStamps::~FolderStamps() {
+#ifdef Q_OS_UNIX
+    if (fd_ >= 0)
+        ::close(fd_);
+#endif
+}
+
+FileStamp FolderStamps::of(const QString& name) const {
+#ifdef Q_OS_UNIX
+    if (fd_ >= 0 && !name.contains(u'/')) {
+        struct stat st {};
+        if (::fstatat(fd_, QFile::encodeName(name).constData(), &st, 0) != 0)
+            return {};
+        return fromStat(st);
+    }
+#endif
+    return StampOf(folder_ + QDir::separator() + name);
 }
 
 WholeRead ReadWholeFile(const QString& path, qint64 maxBytes) {
