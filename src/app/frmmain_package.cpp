@@ -14,6 +14,7 @@
 #include "util/zelcmd.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QLabel>
 #include <QProgressBar>
 #include <QScopeGuard>
@@ -108,8 +109,19 @@ void frmMain::LoadPackage() {
     hooks.missingFile = [this](const QString& key, const QString& title) {
         MsgBox(this, language_.GetLangString(10, key, title), MsgButtons::OK, MsgIcon::Exclamation);
     };
+    // Room for every record at once: grown one record at a time, the table was copied at each
+    // doubling and left the old copies' space behind.
+    if (count > 0)
+        table.Announcements.reserve(table.AnnouncementCount + count);
     MciPackageSounds sounds(mci_);
     const PackageFileList files(PackageFolder);
+    // The extension, the play time and its tool tip repeat from row to row: rows with the same
+    // text share one copy of it instead of holding one each.
+    QHash<QString, QString> texts;
+    const auto shared = [&texts](const QString& text) -> QString {
+        const auto found = texts.constFind(text);
+        return found != texts.cend() ? *found : *texts.insert(text, text);
+    };
     double titleColumn = -1;
     for (int i = 1; i <= count; ++i) {
         const IndexEntry entry = ReadIndexEntry(PackageIndex, i);
@@ -130,13 +142,13 @@ void frmMain::LoadPackage() {
             const QString filePath = files.GetFileName(entry.Key);
             row->SetSubItems(1, entry.Title);
             row->SetTag(filePath);
-            row->SetSubItems(2, GetExtension(filePath));
+            row->SetSubItems(2, shared(GetExtension(filePath)));
             LoadAnnouncement(PackageIndex, entry, filePath, sounds, table, aliasWarningShown,
                              hooks);
             const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
             if (record.Opened) {
-                row->SetSubItems(3, PlayTimeText(record.Length));
-                row->SubItem(3).SetToolTipText(MeasuredLengthText(record.Length));
+                row->SetSubItems(3, shared(PlayTimeText(record.Length)));
+                row->SubItem(3).SetToolTipText(shared(MeasuredLengthText(record.Length)));
             }
             if (record.Missing) {
                 row->SetForeColor(kMissingColor);

@@ -54,7 +54,9 @@ PackageDiskState ReadPackageDiskState(const QString& packageFolder) {
     PackageDiskState state;
     const QString folder = NativePath(packageFolder);
     const FolderStamps stamps(folder);
-    for (const QString& name : ListFiles(folder)) {
+    const QStringList names = ListFiles(folder);
+    state.reserve(names.size());
+    for (const QString& name : names) {
         if (!IsFollowedPackageFile(name))
             continue;
         // The sounds by their stamps alone, found from the folder.

@@ -80,7 +80,8 @@ QString GetFileName(const QString& packageFolder, const QString& key) {
 }
 
 PackageFileList::PackageFileList(QString packageFolder)
-    : folder_(std::move(packageFolder)), names_(ListFiles(NativePath(folder_))) {}
+    : folder_(std::move(packageFolder)), prefix_(NativePath(folder_ + QStringLiteral("\\"))),
+      names_(ListFiles(NativePath(folder_))) {}
 
 QString PackageFileList::GetFileName(const QString& key) const {
     if (!IsAnnouncementKey(key))
@@ -92,7 +93,7 @@ QString PackageFileList::GetFileName(const QString& key) const {
         });
     for (; it != names_.end() && it->startsWith(key, Qt::CaseInsensitive); ++it) {
         if (isFileOfKey(*it, key))
-            return NativePath(folder_ + QStringLiteral("\\") + *it);
+            return prefix_ + NativePath(*it); // one text, not a joined one made native again
     }
     return {};
 }

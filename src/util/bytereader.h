@@ -24,6 +24,7 @@ public:
     QByteArray bytes(qint64 count);
 
     bool atEnd() const { return pos_ >= size_; }
+    qint64 remaining() const { return pos_ < size_ ? size_ - pos_ : 0; }
     qint64 pos() const { return pos_; }
     bool truncated() const { return truncated_; }
     bool broken() const { return !problem_.isEmpty(); }
