@@ -66,6 +66,10 @@ QString ThroughCp1252(const QString& text) {
     return same ? text : fromCp1252(toCp1252(text));
 }
 
+char Cp1252Byte(char32_t c) {
+    return encodeOne(c);
+}
+
 bool Cp1252HoldsCharacter(char32_t c) {
     return c == U'?' || (c <= 0xFFFF && !QChar::isSurrogate(c) && encodeOne(c) != '?');
 }

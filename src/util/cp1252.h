@@ -23,6 +23,8 @@ QString ThroughCp1252(const QString& text);
 
 // Whether the code page has a byte of its own for the character `c` (a code point).
 bool Cp1252HoldsCharacter(char32_t c);
+// That byte, for a character the code page holds; "?" for any other.
+char Cp1252Byte(char32_t c);
 
 // Whether every character of `text` has a byte of its own in the code page, so writing it
 // loses nothing.
