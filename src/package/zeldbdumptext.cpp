@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstring>
 #include <limits>
+#include <string_view>
 
 // A dump as the tool writes it, turned into the index file's bytes in one pass over its text:
 // no tree of the document, no record of the store, no text through UTF-16. Whatever it is not
@@ -24,6 +25,12 @@ constexpr qint64 kInt16Min = std::numeric_limits<std::int16_t>::min();
 constexpr qint64 kInt16Max = std::numeric_limits<std::int16_t>::max();
 constexpr qint64 kInt32Min = std::numeric_limits<std::int32_t>::min();
 constexpr qint64 kInt32Max = std::numeric_limits<std::int32_t>::max();
+
+// A field's name against a name of the dump: a length and a comparison of bytes.
+bool is(QByteArrayView name, std::string_view dumpName) {
+    return name.size() == qsizetype(dumpName.size()) &&
+           std::memcmp(name.data(), dumpName.data(), dumpName.size()) == 0;
+}
 
 // Thrown to give the text back to the reading of any document.
 struct NotPlain {};
@@ -46,14 +53,14 @@ public:
         bool header = false;
         bool keys = false;
         const auto member = [&](QByteArrayView name) {
-            if (name == "format" && !format) {
+            if (is(name, "format") && !format) {
                 format = true;
-                if (string() != "package-index")
+                if (!is(string(), "package-index"))
                     notPlain();
-            } else if (name == "header" && !header) {
+            } else if (is(name, "header") && !header) {
                 header = true;
                 readHeader(out);
-            } else if (name == "keys" && !keys && header) {
+            } else if (is(name, "keys") && !keys && header) {
                 // The keys follow the header, as the file has them.
                 keys = true;
                 readKeys(out);
@@ -235,10 +242,10 @@ private:
         qint64 keyCount = 0;
         QByteArray reserved;
         members([&](QByteArrayView name) {
-            static constexpr const char* kNames[] = {"key_count", "reserved", "reserved_text",
-                                                     "text1",     "text2",    "text3"};
+            static constexpr std::string_view kNames[] = {"key_count", "reserved", "reserved_text",
+                                                          "text1",     "text2",    "text3"};
             int field = 0;
-            while (field < 6 && name != kNames[field])
+            while (field < 6 && !is(name, kNames[field]))
                 ++field;
             if (field == 6 || seen[field])
                 notPlain();
@@ -298,22 +305,22 @@ private:
         // One buffer for the items of every key, kept at the size of the largest.
         items_.clear();
         members([&](QByteArrayView field) {
-            if (field == "in_use" && !seenInUse) {
+            if (is(field, "in_use") && !seenInUse) {
                 seenInUse = true;
                 inUse = boolean();
-            } else if (field == "item_count" && !seenItemCount) {
+            } else if (is(field, "item_count") && !seenItemCount) {
                 seenItemCount = true;
                 itemCount = integer(kInt16Min, kInt16Max);
-            } else if (field == "items" && !seenItems) {
+            } else if (is(field, "items") && !seenItems) {
                 seenItems = true;
                 if (!null()) {
                     hasItems = true;
                     items = readItems(items_);
                 }
-            } else if (field == "name" && !seenName) {
+            } else if (is(field, "name") && !seenName) {
                 seenName = true;
                 name = text(string()).toByteArray();
-            } else if (field == "slot" && !seenSlot) {
+            } else if (is(field, "slot") && !seenSlot) {
                 seenSlot = true;
                 if (integer(0, kInt32Max) != index)
                     notPlain();
@@ -353,8 +360,8 @@ private:
     void readItem(ByteWriter& out, qint64 index) {
         expect('{');
         enum Field { InUse, Name, Reserved, Slot, Type, Value, Fields };
-        static constexpr const char* kNames[] = {"in_use", "name", "reserved",
-                                                 "slot",   "type", "value"};
+        static constexpr std::string_view kNames[] = {"in_use", "name", "reserved",
+                                                      "slot",   "type", "value"};
         bool seen[Fields] = {};
         bool inUse = false;
         QByteArrayView name;
@@ -368,7 +375,7 @@ private:
         QByteArrayView string;
         members([&](QByteArrayView field) {
             int f = 0;
-            while (f < Fields && field != kNames[f])
+            while (f < Fields && !is(field, kNames[f]))
                 ++f;
             if (f == Fields || seen[f])
                 notPlain();
