@@ -6,6 +6,7 @@
 
 #include <QByteArrayView>
 #include <cctype>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <string_view>
@@ -27,7 +28,7 @@ constexpr qint64 kInt32Min = std::numeric_limits<std::int32_t>::min();
 constexpr qint64 kInt32Max = std::numeric_limits<std::int32_t>::max();
 
 // A field's name against a name of the dump: a length and a comparison of bytes.
-bool is(QByteArrayView name, std::string_view dumpName) {
+inline bool is(QByteArrayView name, std::string_view dumpName) {
     return name.size() == qsizetype(dumpName.size()) &&
            std::memcmp(name.data(), dumpName.data(), dumpName.size()) == 0;
 }
@@ -79,8 +80,15 @@ private:
     // --- the JSON text ---
 
     void skipBlanks() {
-        while (p_ != end_ && (*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t'))
+        for (;;) {
+            // A dump is indented by runs of blanks: eight at a time while there are.
+            std::uint64_t eight = 0;
+            while (end_ - p_ >= 8 && (std::memcpy(&eight, p_, 8), eight == 0x2020202020202020ULL))
+                p_ += 8;
+            if (p_ == end_ || !(*p_ == ' ' || *p_ == '\n' || *p_ == '\r' || *p_ == '\t'))
+                return;
             ++p_;
+        }
     }
 
     bool next(char c) {
@@ -360,8 +368,24 @@ private:
     void readItem(ByteWriter& out, qint64 index) {
         expect('{');
         enum Field { InUse, Name, Reserved, Slot, Type, Value, Fields };
-        static constexpr std::string_view kNames[] = {"in_use", "name", "reserved",
-                                                      "slot",   "type", "value"};
+        // Every item has these six fields: each name is told by its length and its bytes.
+        const auto fieldOf = [](QByteArrayView name) {
+            switch (name.size()) {
+            case 4:
+                return is(name, "name")   ? Name
+                       : is(name, "slot") ? Slot
+                       : is(name, "type") ? Type
+                                          : Fields;
+            case 5:
+                return is(name, "value") ? Value : Fields;
+            case 6:
+                return is(name, "in_use") ? InUse : Fields;
+            case 8:
+                return is(name, "reserved") ? Reserved : Fields;
+            default:
+                return Fields;
+            }
+        };
         bool seen[Fields] = {};
         bool inUse = false;
         QByteArrayView name;
@@ -374,9 +398,7 @@ private:
         qint64 number = 0;
         QByteArrayView string;
         members([&](QByteArrayView field) {
-            int f = 0;
-            while (f < Fields && !is(field, kNames[f]))
-                ++f;
+            const Field f = fieldOf(field);
             if (f == Fields || seen[f])
                 notPlain();
             seen[f] = true;
@@ -411,6 +433,8 @@ private:
                     kind = Kind::Number;
                     number = integer(kInt32Min, kInt32Max);
                 }
+                break;
+            case Fields:
                 break;
             }
         });
