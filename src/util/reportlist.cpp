@@ -152,6 +152,49 @@ ReportListItem::~ReportListItem() {
         owner_->forgetKey(this);
 }
 
+namespace {
+
+bool keptApart(int role) {
+    return role == TagRole || role == Qt::ToolTipRole;
+}
+
+} // namespace
+
+QVariant ReportListItem::data(int column, int role) const {
+    if (!keptApart(role))
+        return QTreeWidgetItem::data(column, role);
+    for (const CellData& cell : cellData_)
+        if (cell.column == column && cell.role == role)
+            return cell.value;
+    return {};
+}
+
+void ReportListItem::setData(int column, int role, const QVariant& value) {
+    if (!keptApart(role)) {
+        QTreeWidgetItem::setData(column, role, value);
+        return;
+    }
+    if (column < 0)
+        return;
+    auto cell = std::find_if(cellData_.begin(), cellData_.end(), [&](const CellData& c) {
+        return c.column == column && c.role == role;
+    });
+    if (cell != cellData_.end()) {
+        if (cell->value == value)
+            return;
+        cell->value = value;
+    } else {
+        if (!value.isValid())
+            return;
+        if (cellData_.empty())
+            cellData_.reserve(2); // a tag and a tool tip, as the rows of a package have
+        cellData_.push_back({column, role, value});
+    }
+    // A row in a list tells its views, as for any other change of its data.
+    if (treeWidget())
+        emitDataChanged();
+}
+
 int ReportListItem::Index() const {
     if (!owner_ || treeWidget() != owner_)
         return 0;

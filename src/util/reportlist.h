@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItem>
 #include <QVariant>
+#include <vector>
 
 namespace tavik {
 
@@ -83,11 +84,23 @@ public:
     QString SubItems(int index);
     void SetSubItems(int index, const QString& text);
 
+    QVariant data(int column, int role) const override;
+    void setData(int column, int role, const QVariant& value) override;
+
 private:
     friend class ReportList;
     explicit ReportListItem(ReportList* owner) : owner_(owner) {}
 
     ReportList* owner_;
+    // The cells' tags and tool tips, which no view draws: kept in one small array for the row
+    // instead of in the item's list of lists per column, which cost a row of a big package
+    // three allocations.
+    struct CellData {
+        int column;
+        int role;
+        QVariant value;
+    };
+    std::vector<CellData> cellData_;
 };
 
 // A report-style list view: column headers with widths in twips, items counted from 1 with

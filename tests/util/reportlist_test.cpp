@@ -437,3 +437,34 @@ TEST(ReportList, ARowMadeNotBoldKeepsNoFontOfItsOwnAndDrawsAsTheList) {
                         list.header()->sectionSize(1), r.height()),
               titleCell(plain));
 }
+
+TEST(ReportList, TagsAndToolTipsOfEveryCellAreKeptAndTakenAway) {
+    ThreeRows f;
+    ReportListItem* row = f.list.ListItems(2);
+    int changed = 0;
+    QObject::connect(f.list.model(), &QAbstractItemModel::dataChanged, [&] { ++changed; });
+    row->SetTag("row");
+    row->SubItem(1).SetTag("cell");
+    row->SetToolTipText("Zeile");
+    row->SubItem(1).SetToolTipText("200 ms");
+    EXPECT_EQ(row->Tag(), "row");
+    EXPECT_EQ(row->SubItem(1).Tag(), "cell");
+    EXPECT_EQ(row->ToolTipText(), "Zeile");
+    EXPECT_EQ(row->SubItem(1).ToolTipText(), "200 ms");
+    EXPECT_EQ(f.list.model()->data(f.list.model()->index(1, 1), Qt::ToolTipRole).toString(),
+              "200 ms");
+    // The views hear of each change, and of none that changes nothing.
+    EXPECT_EQ(changed, 4);
+    row->SubItem(1).SetToolTipText("200 ms");
+    EXPECT_EQ(changed, 4);
+    row->SubItem(1).SetToolTipText("300 ms");
+    EXPECT_EQ(row->SubItem(1).ToolTipText(), "300 ms");
+    EXPECT_EQ(changed, 5);
+    // The last column taken away takes its cells' tags and tool tips with it.
+    f.list.RemoveLastColumn();
+    f.list.AddColumn("Titel", 3000);
+    EXPECT_EQ(row->SubItem(1).Tag(), QString());
+    EXPECT_EQ(row->SubItem(1).ToolTipText(), QString());
+    EXPECT_EQ(row->Tag(), "row");
+    EXPECT_EQ(f.list.ListItems(1)->Tag(), QString());
+}
