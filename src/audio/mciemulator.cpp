@@ -112,8 +112,6 @@ MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
     if (!info || (deviceType == kWaveAudio && !info->wave))
         return error(mci::InvalidFile);
     Device device;
-    device.path = path;
-    device.type = deviceType;
     device.info = *info;
     device.id = nextId_++;
     device.sound = output().prepare(path, *info);
