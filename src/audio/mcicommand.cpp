@@ -82,7 +82,7 @@ MciCommand parseOpen(const QString& rest) {
 }
 
 // The words of the program's own commands in lower case, shared rather than copied for every
-// command: a load sends several per sound.
+// command: a load sends several per sound. `word` is plain ASCII.
 const QString* sharedWord(QStringView word) {
     static const QString kWords[] = {
         QStringLiteral("close"),  QStringLiteral("play"),     QStringLiteral("stop"),
@@ -90,8 +90,18 @@ const QString* sharedWord(QStringView word) {
         QStringLiteral("time"),   QStringLiteral("format"),   QStringLiteral("milliseconds"),
         QStringLiteral("length"), QStringLiteral("position"), QStringLiteral("mode"),
         QStringLiteral("to"),     QStringLiteral("start"),    QStringLiteral("end")};
+    constexpr qsizetype kLongest = 12;
+    if (word.size() > kLongest)
+        return nullptr;
+    // Lower case in place of a case-blind comparison with each word.
+    char16_t lower[kLongest];
+    for (qsizetype i = 0; i < word.size(); ++i) {
+        const char16_t c = word[i].unicode();
+        lower[i] = c >= u'A' && c <= u'Z' ? char16_t(c + (u'a' - u'A')) : c;
+    }
+    const QStringView folded(lower, word.size());
     for (const QString& known : kWords)
-        if (word.compare(known, Qt::CaseInsensitive) == 0)
+        if (known.size() == folded.size() && QStringView(known) == folded)
             return &known;
     return nullptr;
 }
