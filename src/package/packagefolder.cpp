@@ -36,7 +36,8 @@ namespace {
 // digit, so the key 0001 never finds 00012.wav and 1000 never finds 10000.wav, the files of
 // other keys.
 bool isFileOfKey(const QString& name, const QString& key) {
-    if (!name.startsWith(key, Qt::CaseInsensitive))
+    // A key is digits, which have no case: compared as they are.
+    if (!name.startsWith(key))
         return false;
     return name.size() == key.size() || !(name[key.size()] >= u'0' && name[key.size()] <= u'9');
 }
@@ -91,7 +92,7 @@ QString PackageFileList::GetFileName(const QString& key) const {
         std::lower_bound(names_.begin(), names_.end(), key, [](const QString& a, const QString& b) {
             return CompareWithoutCase(a, b) < 0;
         });
-    for (; it != names_.end() && it->startsWith(key, Qt::CaseInsensitive); ++it) {
+    for (; it != names_.end() && it->startsWith(key); ++it) {
         if (isFileOfKey(*it, key))
             return prefix_ + NativePath(*it); // one text, not a joined one made native again
     }

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -88,6 +89,21 @@ TEST(ListFiles, ListsFilesWithoutRegardToCaseAndExactOrderAmongEquals) {
               QStringList({QStringLiteral("0001.mp3"), QStringLiteral("0001.WAV"),
                            QStringLiteral("a.WAV"), QStringLiteral("B.wav"),
                            QStringLiteral("b.wav"), QStringLiteral("\u00C4.wav")}));
+}
+
+TEST(ListFiles, PlainAsciiNamesSortAsQtComparesThemWithoutCase) {
+    TempDir dir;
+    const QStringList names = {"b.wav",    "B.wav", "a_1.mp3",  "A[1.mp3",   "a.WAV", "0001.mp3",
+                               "0001.WAV", "0001",  "0010.wav", "00010",     "Zug~1", "zug~1",
+                               "z",        "Z_",    "z[",       "0001 a.wav"};
+    for (const QString& name : names)
+        dir.write(name, "x");
+    QStringList expected = names;
+    std::sort(expected.begin(), expected.end(), [](const QString& a, const QString& b) {
+        const int c = a.compare(b, Qt::CaseInsensitive);
+        return c != 0 ? c < 0 : a < b;
+    });
+    EXPECT_EQ(ListFiles(dir.path()), expected);
 }
 
 TEST(DirFirst, FindsTheFirstMatchingFileInListingOrder) {
