@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace tavik {
 
@@ -140,8 +141,11 @@ MciEmulator::Reply MciEmulator::sendOpen(const QString& text, const QString& pat
     // load opens comes here, so the command is read in place.
     const QStringView command(text);
     const QStringView verb = u"open ";
+    // The element as it was put in (the program's own commands) matches at once; only
+    // another spelling needs the case-blind comparison.
+    const QStringView element = command.mid(std::min(verb.size(), command.size()));
     if (inCommand.isEmpty() || !command.startsWith(verb, Qt::CaseInsensitive) ||
-        !command.mid(verb.size()).startsWith(inCommand, Qt::CaseInsensitive))
+        !(element.startsWith(inCommand) || element.startsWith(inCommand, Qt::CaseInsensitive)))
         return send(text);
     // What follows the element is "[type T] alias A".
     const QList<QStringView> words =
