@@ -1,6 +1,10 @@
 #include "package_index_input.h"
 
 #include "package/clszeldb.h"
+#include "package/jsontextwriter.h"
+#include "package/zeldbfromjson.h"
+#include "package/zeldbjson.h"
+#include "util/jsonfields.h"
 #include "util/runtimeerror.h"
 
 namespace tavik::fuzz {
@@ -29,6 +33,22 @@ bool packageIndexInput(const std::uint8_t* data, std::size_t size) {
     again.openBytes(reinterpret_cast<const uchar*>(written.constData()), written.size());
     if (again.toBytes() != written)
         return false;
+
+    // The dump of what was read becomes the same file by the reading of plain dumps, whenever
+    // that reading takes it, as by the reading of any document.
+    JsonTextWriter json;
+    writeZeldbJson(json, again);
+    if (const std::optional<QByteArray> plain = zeldbBytesFromDumpText(json.text())) {
+        JsonTree tree;
+        if (!JsonTree::read(json.text(), tree))
+            return false;
+        try {
+            if (zeldbBytesFromJson(tree.root()) != *plain)
+                return false;
+        } catch (const JsonFieldError&) {
+            return false;
+        }
+    }
 
     try {
         store.GetSetting(QStringLiteral("INFO"), QStringLiteral("Name"), QString());

@@ -2,6 +2,7 @@
 #include "app/frmstatus.h"
 #include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
+#include "log/eventlog.h"
 #include "package/packagesettings.h"
 #include "settings/followlanguage.h"
 #include "settings/language.h"
@@ -13,6 +14,7 @@
 #include "util/zelcmd.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QLabel>
 #include <QProgressBar>
 #include <QScopeGuard>
@@ -51,13 +53,17 @@ void frmMain::LoadPackage() {
     }
     noteLoadedPackage();
     lsvPack_->hide();
-    // Opening a sound lets events through by itself; here that happens at the load's pace.
+    // Opening a sound lets events through by itself, and so does each line the event log
+    // gets (a sound that fails to open writes one); here that happens at the load's pace.
     const bool yieldOnOpen = mci_.YieldOnOpen;
+    const bool yieldOnWrite = eventLog_.YieldOnWrite;
     mci_.YieldOnOpen = false;
+    eventLog_.YieldOnWrite = false;
     // A load aborted by a runtime error still leaves a window the user can work with: the
     // list as far as it was filled, the ready panels, no status window.
-    const auto restore = qScopeGuard([this, yieldOnOpen] {
+    const auto restore = qScopeGuard([this, yieldOnOpen, yieldOnWrite] {
         mci_.YieldOnOpen = yieldOnOpen;
+        eventLog_.YieldOnWrite = yieldOnWrite;
         // Rows are added at the end and placed by the sort column once all are filled, as if
         // each were placed when it was complete: what the list shows after a reload is the
         // saved order, sorted over whole rows.
@@ -103,8 +109,19 @@ void frmMain::LoadPackage() {
     hooks.missingFile = [this](const QString& key, const QString& title) {
         MsgBox(this, language_.GetLangString(10, key, title), MsgButtons::OK, MsgIcon::Exclamation);
     };
+    // Room for every record at once: grown one record at a time, the table was copied at each
+    // doubling and left the old copies' space behind.
+    if (count > 0)
+        table.Announcements.reserve(table.AnnouncementCount + count);
     MciPackageSounds sounds(mci_);
     const PackageFileList files(PackageFolder);
+    // The extension, the play time and its tool tip repeat from row to row: rows with the same
+    // text share one copy of it instead of holding one each.
+    QHash<QString, QString> texts;
+    const auto shared = [&texts](const QString& text) -> QString {
+        const auto found = texts.constFind(text);
+        return found != texts.cend() ? *found : *texts.insert(text, text);
+    };
     double titleColumn = -1;
     for (int i = 1; i <= count; ++i) {
         const IndexEntry entry = ReadIndexEntry(PackageIndex, i);
@@ -116,17 +133,22 @@ void frmMain::LoadPackage() {
             titleColumn = width;
         }
         if (!entry.Title.isEmpty()) {
-            ReportListItem* row = lsvPack_->AddItem(entry.Key, {}, lsvPack_->Count() + 1);
+            // The row joins the list once it is filled, so the list's views hear of it once
+            // instead of once for every text; a sound whose load raises an error leaves its
+            // row as far as it was filled.
+            ReportListItem* row = lsvPack_->MakeItem(entry.Key);
+            const auto addRow =
+                qScopeGuard([this, row] { lsvPack_->AddMadeItem(row, lsvPack_->Count() + 1); });
             const QString filePath = files.GetFileName(entry.Key);
             row->SetSubItems(1, entry.Title);
             row->SetTag(filePath);
-            row->SetSubItems(2, GetExtension(filePath));
+            row->SetSubItems(2, shared(GetExtension(filePath)));
             LoadAnnouncement(PackageIndex, entry, filePath, sounds, table, aliasWarningShown,
                              hooks);
             const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
             if (record.Opened) {
-                row->SetSubItems(3, PlayTimeText(record.Length));
-                row->SubItem(3).SetToolTipText(MeasuredLengthText(record.Length));
+                row->SetSubItems(3, shared(PlayTimeText(record.Length)));
+                row->SubItem(3).SetToolTipText(shared(MeasuredLengthText(record.Length)));
             }
             if (record.Missing) {
                 row->SetForeColor(kMissingColor);

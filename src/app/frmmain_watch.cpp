@@ -85,27 +85,54 @@ QByteArray frmMain::listFingerprint() const {
     // made this quadratic, and it runs after every load. Only a digest of the rows is kept: a
     // copy of every row's texts would hold megabytes for a big package.
     QHash<QString, qsizetype> firstRecord;
+    firstRecord.reserve(table.AnnouncementCount);
     for (qsizetype r = 0; r < table.AnnouncementCount && r < table.Announcements.size(); ++r)
         if (!firstRecord.contains(table.Announcements[r].Key))
             firstRecord.insert(table.Announcements[r].Key, r);
-    QCryptographicHash digest(QCryptographicHash::Sha256);
+    // The rows go to the digest in chunks: two small additions per row cost more than the
+    // hashing itself.
+    constexpr qsizetype kChunk = 32 * 1024;
+    // BLAKE2b: as safe a digest as SHA-256 and five times as fast in Qt's own code.
+    QCryptographicHash digest(QCryptographicHash::Blake2b_256);
+    QByteArray chunk;
+    chunk.reserve(kChunk + 256);
+    const char16_t separator = u'\x1f';
+    auto addText = [&chunk](QStringView text) {
+        chunk.append(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    };
     for (int i = 1; i <= lsvPack_->Count(); ++i) {
         ReportListItem* row = lsvPack_->ListItems(i);
         const QString key = row->Text();
-        QString line =
-            key + u'\x1f' + row->SubItems(1) + u'\x1f' + QString::number(row->ForeColor());
+        const QString title = row->SubItems(1);
+        const QString color = QString::number(row->ForeColor());
+        QString flags;
         const auto found = firstRecord.constFind(key);
         if (found != firstRecord.cend()) {
             const AnnouncementRecord& record = table.Announcements[*found];
-            line += u'\x1f' + QString::number(record.NameVisible) + u'\x1f' +
-                    QString::number(record.AutoPlace);
+            flags =
+                QString::number(record.NameVisible) + separator + QString::number(record.AutoPlace);
         }
-        // Each row goes in after its length, so no two lists of rows give the same bytes.
-        const qint64 length = line.size();
-        digest.addData(QByteArrayView(reinterpret_cast<const char*>(&length), sizeof length));
-        digest.addData(QByteArrayView(reinterpret_cast<const char*>(line.constData()),
-                                      line.size() * qsizetype(sizeof(QChar))));
+        // Each row goes in after its length, so no two lists of rows give the same bytes: the
+        // line is key, title and colour, and the record's flags when it has one, each after a
+        // separator.
+        const qint64 length = key.size() + 1 + title.size() + 1 + color.size() +
+                              (found != firstRecord.cend() ? 1 + flags.size() : 0);
+        chunk.append(reinterpret_cast<const char*>(&length), sizeof length);
+        addText(key);
+        addText(QStringView(&separator, 1));
+        addText(title);
+        addText(QStringView(&separator, 1));
+        addText(color);
+        if (found != firstRecord.cend()) {
+            addText(QStringView(&separator, 1));
+            addText(flags);
+        }
+        if (chunk.size() >= kChunk) {
+            digest.addData(chunk);
+            chunk.resize(0);
+        }
     }
+    digest.addData(chunk);
     return digest.result();
 }
 

@@ -6,6 +6,7 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QTextStream>
+#include <charconv>
 
 namespace tavik {
 
@@ -18,6 +19,36 @@ QString keyOf(const QString& path) {
 }
 
 constexpr char kNoLoudness[] = "-";
+
+// A figure as the cache writes it ("-23.40123457": a sign, digits and a point) read straight
+// from its characters; any other spelling goes to QString::toDouble, which decides about it.
+// Both give the nearest double, so a cache of thousands of sounds is read the same, only
+// faster.
+double readFigure(const QString& text, bool* ok) {
+    constexpr qsizetype kLongest = 24;
+    const qsizetype n = text.size();
+    char ascii[kLongest];
+    bool plain = n > 0 && n <= kLongest;
+    bool point = false;
+    for (qsizetype i = 0; plain && i < n; ++i) {
+        const char16_t c = text[i].unicode();
+        const bool digit = c >= u'0' && c <= u'9';
+        const bool sign = c == u'-' && i == 0;
+        const bool dot = c == u'.' && !point && i > 0 && text[i - 1].isDigit() && i + 1 < n;
+        point = point || dot;
+        plain = digit || sign || dot;
+        ascii[i] = static_cast<char>(c);
+    }
+    if (plain && text[n - 1].isDigit()) {
+        double value = 0;
+        const auto [end, error] = std::from_chars(ascii, ascii + n, value);
+        if (error == std::errc() && end == ascii + n) {
+            *ok = true;
+            return value;
+        }
+    }
+    return text.toDouble(ok);
+}
 
 } // namespace
 
@@ -49,12 +80,12 @@ void LoudnessCache::load() {
             continue;
         bool okPeak = false;
         Loudness l;
-        l.truePeakDbtp = fields[4].toDouble(&okPeak);
+        l.truePeakDbtp = readFigure(fields[4], &okPeak);
         if (!okPeak)
             continue;
         if (fields[3] != QLatin1String(kNoLoudness)) {
             bool okLufs = false;
-            l.integratedLufs = fields[3].toDouble(&okLufs);
+            l.integratedLufs = readFigure(fields[3], &okLufs);
             if (!okLufs)
                 continue;
         }

@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace tavik {
 
@@ -95,23 +96,23 @@ MciEmulator::Reply MciEmulator::open(const QString& path, const QString& type,
                                      const QString& alias) {
     if (devices_.contains(alias.toLower()))
         return error(mci::DuplicateAlias);
+    // One file information for the name's extension and the file's kind.
+    const QFileInfo file(path);
     QString deviceType = type.toLower();
     if (deviceType.isEmpty()) {
-        deviceType = deviceTypeForExtension(QFileInfo(path).suffix());
+        deviceType = deviceTypeForExtension(file.suffix());
         if (deviceType.isEmpty())
             return error(mci::ExtensionNotFound);
     } else if (deviceType != kWaveAudio && deviceType != kMpegVideo) {
         return error(mci::InvalidDeviceName);
     }
-    if (!QFileInfo(path).isFile())
+    if (!file.isFile())
         return error(mci::FileNotFound);
     const std::optional<SoundInfo> info = probeSound(path);
     // The wave device reads RIFF WAVE files only; the MPEG device whatever can be decoded.
     if (!info || (deviceType == kWaveAudio && !info->wave))
         return error(mci::InvalidFile);
     Device device;
-    device.path = path;
-    device.type = deviceType;
     device.info = *info;
     device.id = nextId_++;
     device.sound = output().prepare(path, *info);
@@ -136,19 +137,27 @@ MciEmulator::Reply MciEmulator::status(Device& device, const QStringList& words)
 
 MciEmulator::Reply MciEmulator::sendOpen(const QString& text, const QString& path,
                                          const QString& inCommand) {
-    const QString head = QStringLiteral("open ") + inCommand;
-    if (inCommand.isEmpty() || !text.startsWith(head, Qt::CaseInsensitive))
+    // The command begins with "open " and the element (without regard to case); every sound a
+    // load opens comes here, so the command is read in place.
+    const QStringView command(text);
+    const QStringView verb = u"open ";
+    // The element as it was put in (the program's own commands) matches at once; only
+    // another spelling needs the case-blind comparison.
+    const QStringView element = command.mid(std::min(verb.size(), command.size()));
+    if (inCommand.isEmpty() || !command.startsWith(verb, Qt::CaseInsensitive) ||
+        !(element.startsWith(inCommand) || element.startsWith(inCommand, Qt::CaseInsensitive)))
         return send(text);
     // What follows the element is "[type T] alias A".
-    const QStringList words = text.mid(head.size()).split(u' ', Qt::SkipEmptyParts);
+    const QList<QStringView> words =
+        command.mid(verb.size() + inCommand.size()).split(u' ', Qt::SkipEmptyParts);
     QString type;
     QString alias;
     for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
-        const QString keyword = words[i].toLower();
+        const QString keyword = words[i].toString().toLower();
         if (keyword == u"type" && type.isEmpty())
-            type = words[i + 1];
+            type = words[i + 1].toString();
         else if (keyword == u"alias" && alias.isEmpty())
-            alias = words[i + 1];
+            alias = words[i + 1].toString();
         else
             return send(text);
     }

@@ -49,9 +49,8 @@ public:
     static QString deviceTypeForExtension(const QString& extension);
 
 private:
+    // What an open alias needs for its plays: a package holds thousands, so nothing more.
     struct Device {
-        QString path;
-        QString type;
         SoundInfo info;
         int id = 0;
         bool playing = false;

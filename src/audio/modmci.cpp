@@ -71,7 +71,7 @@ modMCI::modMCI(MciBackend& backend, LogSink writeLog, ActiveWindow activeWindow)
 
 MciBackend::Result modMCI::send(const QString& command, int replyLength, qintptr callbackWindow) {
     // Commands cross the interface as ANSI text: what the code page cannot hold becomes "?".
-    return backend_.sendString(fromCp1252(toCp1252(command)), replyLength, callbackWindow);
+    return backend_.sendString(ThroughCp1252(command), replyLength, callbackWindow);
 }
 
 void modMCI::sendFromActiveWindow(const QString& command) {
@@ -86,8 +86,8 @@ std::int16_t modMCI::MciOpen(QString& path, const QString& alias, const QString&
         UseFormat ? QStringLiteral("open ") + path + QStringLiteral(" type ") + deviceType +
                         QStringLiteral(" alias ") + alias
                   : QStringLiteral("open ") + path + QStringLiteral(" alias ") + alias;
-    const QString ansiCommand = fromCp1252(toCp1252(command));
-    const QString ansiPath = fromCp1252(toCp1252(path));
+    const QString ansiCommand = ThroughCp1252(command);
+    const QString ansiPath = ThroughCp1252(path);
     const auto code = static_cast<std::int16_t>(
         backend_.sendOpen(ansiCommand, {fullPath, ansiPath}, mciCallbackWindow).code);
     if (YieldOnOpen)

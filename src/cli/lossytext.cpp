@@ -11,7 +11,7 @@ namespace tavik::cli {
 namespace {
 
 QString asWritten(const QString& text) {
-    return fromCp1252(toCp1252(text));
+    return ThroughCp1252(text);
 }
 
 QJsonValue lossyValue(const QJsonValue& value) {

@@ -21,6 +21,19 @@ namespace {
 // A dump is no bigger than the files it describes, written as text.
 constexpr qint64 kMaxJsonBytes = 256LL * 1024 * 1024;
 
+// Writes the file's new bytes under the package's write lock.
+int writeIndexFile(QTextStream& err, const QByteArray& bytes, const QString& target) {
+    try {
+        const PackageWriteLock lock(packageFolderOf(target));
+        WriteFileAtomically(target, bytes);
+    } catch (const PackageBusy& e) {
+        return failBusy(err, target, e);
+    } catch (const RuntimeError& e) {
+        return failRuntime(err, target, e);
+    }
+    return 0;
+}
+
 } // namespace
 
 int writeCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
@@ -38,6 +51,12 @@ int writeCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
     if (file.size() > kMaxJsonBytes)
         return fail(err, jsonPath, QStringLiteral("larger than any dump"));
     const QByteArray text = file.readAll();
+    // A package dump as the tool writes it goes straight to the file's bytes; any other text
+    // is read whole as always.
+    if (!lossy) {
+        if (std::optional<QByteArray> plain = zeldbBytesFromDumpText(text))
+            return writeIndexFile(err, *plain, indexFilePath(args[1]));
+    }
     // The own reader is quick on big dumps; what it leaves, Qt reads and words as always.
     JsonTree tree;
     if (!JsonTree::read(text, tree)) {
@@ -75,15 +94,7 @@ int writeCommand(const QStringList& given, QTextStream& out, QTextStream& err) {
     } catch (const RuntimeError& e) {
         return failRuntime(err, jsonPath, e);
     }
-    try {
-        const PackageWriteLock lock(packageFolderOf(target));
-        WriteFileAtomically(target, bytes);
-    } catch (const PackageBusy& e) {
-        return failBusy(err, target, e);
-    } catch (const RuntimeError& e) {
-        return failRuntime(err, target, e);
-    }
-    return 0;
+    return writeIndexFile(err, bytes, target);
 }
 
 } // namespace tavik::cli

@@ -9,7 +9,7 @@
 namespace tavik {
 
 EventLog::EventLog(QString programFolder, const Language* language)
-    : programFolder_(std::move(programFolder)), language_(language) {}
+    : programFolder_(std::move(programFolder)), language_(language), settings_(programFolder_) {}
 
 EventLog::~EventLog() = default;
 
@@ -31,9 +31,10 @@ void EventLog::WriteLog(const QString& line) {
     box->setSelLength(newEnd - oldEnd);
     box->setSelStart(newEnd);
 
-    QCoreApplication::processEvents();
+    if (YieldOnWrite)
+        QCoreApplication::processEvents();
 
-    const LogSettings settings = ReadLogSettings(programFolder_);
+    const LogSettings& settings = settings_.current();
     if (settings.toFile)
         AppendLogRecord(settings.file, line);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "log/logsettings.h"
+
 #include <QString>
 #include <memory>
 
@@ -23,6 +25,11 @@ public:
     // log file that cannot be written raises the runtime error to the caller.
     void WriteLog(const QString& line);
 
+    // Each line lets pending events through; a caller that writes many lines in a row (a
+    // load, whose sounds may each fail to open) turns that off and lets them through at its
+    // own pace.
+    bool YieldOnWrite = true;
+
     frmDebug* viewer();
     // Whether the viewer exists yet; viewer() would create it.
     bool viewerCreated() const { return viewer_ != nullptr; }
@@ -30,6 +37,8 @@ public:
 private:
     QString programFolder_;
     const Language* language_;
+    // Read fresh for every line as far as anyone can tell: again whenever the file changed.
+    LogSettingsReader settings_;
     std::unique_ptr<frmDebug> viewer_;
 };
 

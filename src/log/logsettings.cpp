@@ -1,11 +1,15 @@
 #include "logsettings.h"
 
 #include "settings/modini.h"
+#include "settings/profilefile.h"
 #include "util/apppath.h"
 #include "util/conversions.h"
 #include "util/cp1252.h"
 #include "util/fileops.h"
 #include "util/runtimeerror.h"
+
+#include <algorithm>
+#include <chrono>
 
 namespace tavik {
 
@@ -46,6 +50,33 @@ LogSettings ReadLogSettings(const QString& programFolder) {
 
 void WriteLogToFile(const QString& programFolder, bool on) {
     WriteINI(SettingsFilePath(programFolder), kSection, kToFile, QString::number(toVbBool(on)));
+}
+
+LogSettingsReader::LogSettingsReader(QString programFolder, Clock now)
+    : programFolder_(std::move(programFolder)),
+      settingsFile_(profile::profilePath(SettingsFilePath(programFolder_))), now_(std::move(now)) {
+    if (!now_) {
+        now_ = [] {
+            return static_cast<qint64>(std::chrono::duration_cast<std::chrono::nanoseconds>(
+                                           std::chrono::system_clock::now().time_since_epoch())
+                                           .count());
+        };
+    }
+}
+
+const LogSettings& LogSettingsReader::current() {
+    // The stamp is taken before the read: a change during the read leaves a stamp that differs
+    // from the next one, so the next call reads again.
+    const FileStamp stamp = StampOf(settingsFile_);
+    if (trusted_ && stamp == stamp_)
+        return settings_;
+    const qint64 readBegins = now_();
+    settings_ = ReadLogSettings(programFolder_);
+    ++reads_;
+    stamp_ = stamp;
+    const qint64 lastChange = std::max(stamp.modifiedNs, stamp.changedNs);
+    trusted_ = !stamp.exists || readBegins - lastChange >= kSettleNs;
+    return settings_;
 }
 
 void AppendLogRecord(const QString& path, const QString& line) {

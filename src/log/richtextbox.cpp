@@ -12,6 +12,7 @@
 #include <QTextDocument>
 #include <QtMath>
 #include <algorithm>
+#include <utility>
 
 namespace tavik {
 
@@ -113,11 +114,14 @@ RichTextBox::RichTextBox(QWidget* parent) : QTextEdit(parent) {
 }
 
 RichTextBox::~RichTextBox() {
+    // Lines nobody saw are not laid out on the way out.
+    pending_.clear();
     endBatch();
 }
 
 QString RichTextBox::text() const {
     if (!textValid_) {
+        flushPending();
         text_.clear();
         for (QTextBlock b = document()->begin(); b.isValid(); b = b.next()) {
             if (b != document()->begin())
@@ -172,6 +176,7 @@ void RichTextBox::setText(const QString& text) {
 
 QString RichTextBox::textRTF() const {
     if (!rtfValid_) {
+        flushPending();
         RtfDocument doc;
         doc.paragraphs.clear();
         for (QTextBlock b = document()->begin(); b.isValid(); b = b.next()) {
@@ -186,6 +191,7 @@ QString RichTextBox::textRTF() const {
 }
 
 bool RichTextBox::sameText(const RtfDocument& doc) const {
+    flushPending();
     if (doc.paragraphs.size() != document()->blockCount())
         return false;
     qsizetype p = 0;
@@ -242,6 +248,7 @@ void RichTextBox::setTextRTF(const QString& rtf) {
 }
 
 qsizetype RichTextBox::toDocument(qsizetype pos) const {
+    flushPending();
     const QTextDocument* doc = document();
     // The last block whose start, counted with CR LF line ends, is at or before pos. A log
     // appends at its end, so the last block is tried first.
@@ -261,6 +268,7 @@ qsizetype RichTextBox::toDocument(qsizetype pos) const {
 }
 
 qsizetype RichTextBox::fromDocument(qsizetype pos) const {
+    flushPending();
     return pos + document()->findBlock(static_cast<int>(pos)).blockNumber();
 }
 
@@ -281,6 +289,17 @@ QString RichTextBox::selText() const {
 
 void RichTextBox::setSelText(const QString& newText) {
     const QString inserted = normalizeLineEnds(newText);
+    if (!isVisible() && textValid_ && selLength_ == 0 && selStart_ == text_.size()) {
+        // Appended to a hidden box: gathered with the lines before it until the document is
+        // needed, where it goes in as it would have gone in now.
+        beginBatch(true);
+        pending_ += inserted;
+        text_ += inserted;
+        rtfValid_ = false;
+        selStart_ += inserted.size();
+        scheduleSelectionSync();
+        return;
+    }
     const bool keepCache = textValid_;
     // A hidden box gathers its appended lines too; a visible one shows each at once.
     if (isVisible())
@@ -345,7 +364,21 @@ void RichTextBox::beginBatch(bool text) {
         flushTimer_.start();
 }
 
+void RichTextBox::flushPending() const {
+    if (pending_.isEmpty())
+        return;
+    const QString lines = std::exchange(pending_, QString());
+    internal_ = true;
+    QTextCursor cursor(document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.beginEditBlock();
+    insertPlain(cursor, lines);
+    cursor.endEditBlock();
+    internal_ = false;
+}
+
 void RichTextBox::endBatch() {
+    flushPending();
     if (!batchOpen_)
         return;
     batchOpen_ = false;
@@ -403,6 +436,7 @@ int RichTextBox::firstVisibleLine() {
 }
 
 int RichTextBox::lineCount() const {
+    flushPending();
     return document()->blockCount();
 }
 

@@ -66,7 +66,8 @@ protected:
 private:
     qsizetype toDocument(qsizetype pos) const;
     qsizetype fromDocument(qsizetype pos) const;
-    void insertPlain(QTextCursor& cursor, const QString& text);
+    static void insertPlain(QTextCursor& cursor, const QString& text);
+    void flushPending() const;
     void invalidate();
     void scheduleSelectionSync();
     void syncSelection();
@@ -82,7 +83,7 @@ private:
     mutable bool rtfValid_ = false;
     qsizetype selStart_ = 0;
     qsizetype selLength_ = 0;
-    bool internal_ = false;
+    mutable bool internal_ = false;
     bool selectionDirty_ = false;
     QTimer syncTimer_;
     // Changes are gathered in one open edit block, so the layout follows them once instead
@@ -93,6 +94,10 @@ private:
     bool batchHasText_ = false;
     QTimer flushTimer_;
     bool layoutNeeded_ = false;
+    // Lines appended to the end of a hidden box that the document has not taken yet: a log
+    // nobody looks at grows by its text alone, a few microseconds a line, and the document
+    // takes them all at once when the box is shown or anything asks it. Part of text_.
+    mutable QString pending_;
 };
 
 } // namespace tavik

@@ -92,6 +92,9 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size, const QString* onlyKey)
         in.markBroken(detailText(DetailText::NegativeKeyCount, {QString::number(n)}));
     } else {
         keys_.redimPreserve(n);
+        // Records of at least eight bytes each (flag, name length, item count, dimensions).
+        if (!onlyKey)
+            keys_.reserveStored(std::min<qint64>(qint64(n) + 1, in.remaining() / 8));
         bool kept = false;
         for (int i = 0; i <= n && !in.broken(); ++i) {
             if (in.atEnd()) {

@@ -3,7 +3,7 @@
 #include "util/wholeread.h"
 
 #include <QByteArray>
-#include <QMap>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -20,8 +20,10 @@ struct PackageFileState {
 };
 
 // The files of a package that the editor shows or writes: the index, the sound files (names
-// beginning with a digit) and the service files, by file name.
-using PackageDiskState = QMap<QString, PackageFileState>;
+// beginning with a digit) and the service files, by file name. A hash, not a map: a package
+// of thousands of sounds keeps one entry per sound for as long as it is open, and nothing
+// needs them in order.
+using PackageDiskState = QHash<QString, PackageFileState>;
 
 // Whether `name` is a service file ("_*._"): the main window's list neither shows nor writes one.
 bool IsServiceFileName(const QString& name);

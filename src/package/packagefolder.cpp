@@ -2,7 +2,7 @@
 
 #include "util/apppath.h"
 #include "util/fileops.h"
-#include "util/vbstrings.h"
+#include "util/runtimeerror.h"
 
 #include <QSet>
 #include <algorithm>
@@ -36,7 +36,8 @@ namespace {
 // digit, so the key 0001 never finds 00012.wav and 1000 never finds 10000.wav, the files of
 // other keys.
 bool isFileOfKey(const QString& name, const QString& key) {
-    if (!name.startsWith(key, Qt::CaseInsensitive))
+    // A key is digits, which have no case: compared as they are.
+    if (!name.startsWith(key))
         return false;
     return name.size() == key.size() || !(name[key.size()] >= u'0' && name[key.size()] <= u'9');
 }
@@ -80,7 +81,8 @@ QString GetFileName(const QString& packageFolder, const QString& key) {
 }
 
 PackageFileList::PackageFileList(QString packageFolder)
-    : folder_(std::move(packageFolder)), names_(ListFiles(NativePath(folder_))) {}
+    : folder_(std::move(packageFolder)), prefix_(NativePath(folder_ + QStringLiteral("\\"))),
+      names_(ListFiles(NativePath(folder_))) {}
 
 QString PackageFileList::GetFileName(const QString& key) const {
     if (!IsAnnouncementKey(key))
@@ -88,11 +90,11 @@ QString PackageFileList::GetFileName(const QString& key) const {
     // Names are sorted without regard to case, so those that begin with the key form one run.
     auto it =
         std::lower_bound(names_.begin(), names_.end(), key, [](const QString& a, const QString& b) {
-            return a.compare(b, Qt::CaseInsensitive) < 0;
+            return CompareWithoutCase(a, b) < 0;
         });
-    for (; it != names_.end() && it->startsWith(key, Qt::CaseInsensitive); ++it) {
+    for (; it != names_.end() && it->startsWith(key); ++it) {
         if (isFileOfKey(*it, key))
-            return NativePath(folder_ + QStringLiteral("\\") + *it);
+            return prefix_ + NativePath(*it); // one text, not a joined one made native again
     }
     return {};
 }
@@ -103,8 +105,13 @@ QString GetExtension(const QString& name) {
 }
 
 IndexEntry SplitIndexEntry(const QString& entry) {
-    const QStringList parts = Split(entry, QStringLiteral("~"));
-    return {PartAt(parts, 0), PartAt(parts, 1)};
+    // As the parts of Split(entry, "~") 0 and 1, without the list: every entry of a load is
+    // split. An empty entry has no parts and one without "~" no second.
+    const qsizetype first = entry.indexOf(u'~');
+    if (entry.isEmpty() || first < 0)
+        throw RuntimeError(rt::SubscriptOutOfRange);
+    const qsizetype second = entry.indexOf(u'~', first + 1);
+    return {entry.left(first), entry.mid(first + 1, second < 0 ? -1 : second - first - 1)};
 }
 
 QString JoinIndexEntry(const QString& key, const QString& title) {

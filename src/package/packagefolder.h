@@ -46,6 +46,7 @@ public:
 
 private:
     QString folder_;
+    QString prefix_;    // the folder and a separator, as a path is put together
     QStringList names_; // in the order a directory search returns them
 };
 

@@ -2,12 +2,17 @@
 
 #include "util/conversions.h"
 
+#include <string>
+
 namespace tavik {
 
 namespace {
 
+// The names are literals that last as long as the program, so the texts only point at them:
+// a load asks for several per entry.
 QString text(const char16_t* s) {
-    return QString::fromUtf16(s);
+    return QString::fromRawData(reinterpret_cast<const QChar*>(s),
+                                static_cast<qsizetype>(std::char_traits<char16_t>::length(s)));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "util/runtimeerror.h"
 
 #include <QtGlobal>
+#include <algorithm>
 #include <vector>
 
 namespace tavik {
@@ -38,6 +39,12 @@ public:
         size_ = upper + 1;
         if (storedCount() > size_)
             stored_.resize(static_cast<std::size_t>(size_));
+    }
+
+    // Room for `count` stored records, so that storing them one by one from slot 0 on
+    // copies none; the slots and their contents stay as they are.
+    void reserveStored(qint64 count) {
+        stored_.reserve(static_cast<std::size_t>(std::clamp<qint64>(count, 0, size_)));
     }
 
     // Throws away every slot and makes `count` blank ones.

@@ -18,4 +18,5 @@ list(APPEND TAVIK_CORE_SOURCES
     package/jsontextwriter.cpp
     package/zeldbjson.cpp
     package/zeldbfromjson.cpp
+    package/zeldbdumptext.cpp
 )

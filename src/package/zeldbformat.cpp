@@ -2,9 +2,14 @@
 
 #include "package/findingdetail.h"
 
+#include <algorithm>
+
 namespace tavik::zeldb {
 
 namespace {
+
+// An item on disk: its flag, its name's length, its reserved field and its value's type.
+constexpr qint64 kMinItemBytes = 8;
 
 Variant readValue(ByteReader& in) {
     const std::uint16_t type = in.u16();
@@ -96,6 +101,9 @@ void readKey(ByteReader& in, ZeldbKey& key) {
         return;
     }
     key.Items.reset(count);
+    // As many records as the rest of the file can hold, each at least eight bytes long: a
+    // count read from a file reserves no more than its bytes allow.
+    key.Items.reserveStored(std::min<qint64>(count, in.remaining() / kMinItemBytes));
     for (qint64 i = 0; i < count; ++i) {
         if (in.atEnd()) {
             // The slots the file no longer holds stay blank.

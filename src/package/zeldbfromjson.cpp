@@ -98,6 +98,7 @@ ZeldbKey readKey(const JsonFields& f) {
     if (list.size() > kInt32Max)
         throw JsonFieldError(f.fieldPath(kItems.text()), QStringLiteral("too many items"));
     key.Items.reset(list.size());
+    key.Items.reserveStored(list.size());
     for (qsizetype i = 0; i < list.size(); ++i) {
         const JsonFields item = jsonElement(list, f, kItems.text(), i);
         checkSlot(item, i);

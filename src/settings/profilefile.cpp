@@ -96,7 +96,8 @@ QByteArray encodeProfileText(const ProfileText& profile) {
 }
 
 QString ansiText(const QString& text) {
-    return fromCp1252(toCp1252(cutAtNul(text).toString()));
+    const QStringView cut = cutAtNul(text);
+    return ThroughCp1252(cut.size() == text.size() ? text : cut.toString());
 }
 
 QString profilePath(const QString& file) {

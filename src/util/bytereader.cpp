@@ -98,6 +98,15 @@ void ByteWriter::u64(std::uint64_t v) {
     qToLittleEndian(v, grow(8));
 }
 
+void ByteWriter::countedBytes(QByteArrayView bytes) {
+    if (bytes.size() > 0xFFFF)
+        throw RuntimeError(rt::Overflow);
+    char* p = grow(2 + bytes.size());
+    qToLittleEndian(static_cast<std::uint16_t>(bytes.size()), p);
+    if (!bytes.isEmpty())
+        std::memcpy(p + 2, bytes.data(), static_cast<std::size_t>(bytes.size()));
+}
+
 void ByteWriter::countedString(const QString& text) {
     const qsizetype length = text.size();
     if (length <= 0xFFFF) {

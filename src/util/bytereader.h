@@ -24,6 +24,7 @@ public:
     QByteArray bytes(qint64 count);
 
     bool atEnd() const { return pos_ >= size_; }
+    qint64 remaining() const { return pos_ < size_ ? size_ - pos_ : 0; }
     qint64 pos() const { return pos_; }
     bool truncated() const { return truncated_; }
     bool broken() const { return !problem_.isEmpty(); }
@@ -53,6 +54,12 @@ public:
     void raw(const QByteArray& bytes);
     // Raises the overflow error when the text needs more than 65,535 bytes.
     void countedString(const QString& text);
+    // A text already in code page 1252 bytes, of at most 65,535, after its 16-bit length.
+    void countedBytes(QByteArrayView bytes);
+    // Room for `bytes` bytes in all, so that a large output is not copied as it grows.
+    void reserve(qsizetype bytes) { out_.reserve(bytes); }
+    // Forgets what was written and keeps the room it took, for the next output.
+    void clear() { used_ = 0; }
 
     QByteArray& data() {
         out_.resize(used_);

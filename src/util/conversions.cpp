@@ -137,7 +137,32 @@ double roundHalfEven(double value) {
     return std::fmod(floor, 2.0) == 0.0 ? floor : floor + 1.0;
 }
 
+namespace {
+
+// Plain whole numbers ("0", "-1", "255": every default a setting is read with) need no
+// locale: an optional sign and up to fifteen ASCII digits are exact as a double.
+bool parsePlainInteger(const QString& text, double& out) {
+    const qsizetype n = text.size();
+    const qsizetype start = n > 0 && (text[0] == u'-' || text[0] == u'+') ? 1 : 0;
+    if (n - start < 1 || n - start > 15)
+        return false;
+    qint64 value = 0;
+    for (qsizetype i = start; i < n; ++i) {
+        const char16_t c = text[i].unicode();
+        if (c < u'0' || c > u'9')
+            return false;
+        value = value * 10 + (c - u'0');
+    }
+    // strtod keeps the sign of a minus zero.
+    out = start == 1 && text[0] == u'-' ? -static_cast<double>(value) : static_cast<double>(value);
+    return true;
+}
+
+} // namespace
+
 bool parseNumericText(const QString& text, double& out, const QLocale& locale) {
+    if (parsePlainInteger(text, out))
+        return true;
     const QString t = text.trimmed();
     if (t.isEmpty())
         return false;

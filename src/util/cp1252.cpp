@@ -57,6 +57,19 @@ QByteArray toCp1252(const QString& text) {
     return out;
 }
 
+QString ThroughCp1252(const QString& text) {
+    // Every command and setting name the program sends passes here; nearly all of them are
+    // plain ASCII, which the code page keeps as it is.
+    const bool same = std::all_of(text.begin(), text.end(), [](QChar c) {
+        return c.unicode() < 0x80 || (c.unicode() >= 0xA0 && c.unicode() <= 0xFF);
+    });
+    return same ? text : fromCp1252(toCp1252(text));
+}
+
+char Cp1252Byte(char32_t c) {
+    return encodeOne(c);
+}
+
 bool Cp1252HoldsCharacter(char32_t c) {
     return c == U'?' || (c <= 0xFFFF && !QChar::isSurrogate(c) && encodeOne(c) != '?');
 }

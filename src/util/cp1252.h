@@ -16,8 +16,15 @@ inline QString fromCp1252(const QByteArray& bytes) {
 // A character the code page cannot hold is written as "?".
 QByteArray toCp1252(const QString& text);
 
+// What `text` becomes on its way through the code page and back, as every text that crosses
+// an 8-bit interface does: a character the code page cannot hold becomes "?". A text of ASCII
+// and Latin-1 letters comes back as it is, without a copy.
+QString ThroughCp1252(const QString& text);
+
 // Whether the code page has a byte of its own for the character `c` (a code point).
 bool Cp1252HoldsCharacter(char32_t c);
+// That byte, for a character the code page holds; "?" for any other.
+char Cp1252Byte(char32_t c);
 
 // Whether every character of `text` has a byte of its own in the code page, so writing it
 // loses nothing.

@@ -4,6 +4,7 @@
 #include "util/runtimeerror.h"
 
 #include <cerrno>
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -70,6 +71,67 @@ FileStamp StampOfOpenFile(QFile& file) {
 FileStamp StampOf(const QString& path) {
     struct stat st {};
     if (::stat(QFile::encodeName(path).constData(), &st) != 0)
+        return {};
+    return fromStat(st);
+}
+
+qint64 ReadAt(QFileDevice& file, qint64 at, char* into, qint64 count) {
+    const int fd = file.handle();
+    if (fd < 0)
+        return -1;
+    qint64 total = 0;
+    while (total < count) {
+        const ssize_t got = ::pread(fd, into + total, static_cast<std::size_t>(count - total),
+                                    static_cast<off_t>(at + total));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return total > 0 ? total : -1;
+        if (got == 0)
+            break;
+        total += got;
+    }
+    return total;
+}
+
+QStringList PlainFileNames(const QString& folder) {
+    // Read straight from the directory: QDir makes a file information record for every entry,
+    // and a package folder has tens of thousands. Hidden names are those that begin with ".".
+    DIR* dir = ::opendir(QFile::encodeName(folder).constData());
+    if (!dir)
+        return {};
+    QStringList names;
+    while (const dirent* entry = ::readdir(dir)) {
+        if (entry->d_name[0] == '.')
+            continue;
+        bool plain = entry->d_type == DT_REG;
+        if (entry->d_type == DT_UNKNOWN) {
+            // A file system that does not tell the type in the directory: asked per name.
+            struct stat st {};
+            plain = ::fstatat(::dirfd(dir), entry->d_name, &st, AT_SYMLINK_NOFOLLOW) == 0 &&
+                    S_ISREG(st.st_mode);
+        }
+        if (plain)
+            names << QFile::decodeName(entry->d_name);
+    }
+    ::closedir(dir);
+    return names;
+}
+
+FolderStamps::FolderStamps(const QString& folder) : folder_(folder) {
+    fd_ = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+FolderStamps::~FolderStamps() {
+    if (fd_ >= 0)
+        ::close(fd_);
+}
+
+FileStamp FolderStamps::of(const QString& name) const {
+    if (fd_ < 0 || name.contains(u'/'))
+        return StampOf(folder_ + u'/' + name);
+    struct stat st {};
+    if (::fstatat(fd_, QFile::encodeName(name).constData(), &st, 0) != 0)
         return {};
     return fromStat(st);
 }

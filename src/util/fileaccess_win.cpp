@@ -3,6 +3,7 @@
 #include "util/fileops.h"
 #include "util/runtimeerror.h"
 
+#include <QDir>
 #include <cerrno>
 #include <fcntl.h>
 #include <io.h>
@@ -108,6 +109,41 @@ FileStamp StampOf(const QString& path) {
         GetFileType(handle) == FILE_TYPE_DISK ? stampOfHandle(handle) : FileStamp{};
     CloseHandle(handle);
     return stamp;
+}
+
+qint64 ReadAt(QFileDevice& file, qint64 at, char* into, qint64 count) {
+    const HANDLE handle = systemHandle(file);
+    if (handle == INVALID_HANDLE_VALUE)
+        return -1;
+    qint64 total = 0;
+    while (total < count) {
+        // The offset goes with the read itself, as with pread.
+        OVERLAPPED where{};
+        const quint64 offset = static_cast<quint64>(at + total);
+        where.Offset = static_cast<DWORD>(offset & 0xffffffffu);
+        where.OffsetHigh = static_cast<DWORD>(offset >> 32);
+        const DWORD chunk = static_cast<DWORD>(std::min<qint64>(count - total, 1 << 30));
+        DWORD got = 0;
+        if (!ReadFile(handle, into + total, chunk, &got, &where))
+            return GetLastError() == ERROR_HANDLE_EOF ? total : (total > 0 ? total : -1);
+        if (got == 0)
+            break;
+        total += got;
+    }
+    return total;
+}
+
+QStringList PlainFileNames(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files | QDir::NoSymLinks, QDir::NoSort);
+}
+
+// The folder is not held open here: Windows would keep it from being renamed or removed.
+FolderStamps::FolderStamps(const QString& folder) : folder_(folder) {}
+
+FolderStamps::~FolderStamps() = default;
+
+FileStamp FolderStamps::of(const QString& name) const {
+    return StampOf(folder_ + u'/' + name);
 }
 
 bool IsFaithfulName(const QByteArray&) {

@@ -9,8 +9,10 @@
 #include <QSaveFile>
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 namespace tavik {
 
@@ -162,15 +164,87 @@ bool WildcardMatch(const QString& pattern, const QString& name) {
     return p == pattern.size();
 }
 
+int CompareWithoutCase(QStringView a, QStringView b) {
+    // ASCII letters fold to their lower case; from the first other character on, Qt's own
+    // folding decides. A character before it is ASCII, so no surrogate pair is cut apart.
+    const qsizetype common = std::min(a.size(), b.size());
+    for (qsizetype i = 0; i < common; ++i) {
+        char16_t x = a[i].unicode();
+        char16_t y = b[i].unicode();
+        if (x >= 0x80 || y >= 0x80)
+            return a.mid(i).compare(b.mid(i), Qt::CaseInsensitive);
+        if (x >= u'A' && x <= u'Z')
+            x += u'a' - u'A';
+        if (y >= u'A' && y <= u'Z')
+            y += u'a' - u'A';
+        if (x != y)
+            return x < y ? -1 : 1;
+    }
+    return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
+}
+
+namespace {
+
+// Sorts names without regard to case and, among those equal so, as they are. Names of plain
+// ASCII (every sound's name) are folded to lower case once, into one buffer, and compared as
+// bytes: a package's tens of thousands of names take that many comparisons each.
+void sortWithoutCase(QStringList& names) {
+    const auto byQt = [](const QString& a, const QString& b) {
+        const int c = CompareWithoutCase(a, b);
+        return c != 0 ? c < 0 : a < b;
+    };
+    qsizetype total = 0;
+    for (const QString& name : names) {
+        for (const QChar c : name)
+            if (c.unicode() >= 0x80) {
+                std::sort(names.begin(), names.end(), byQt);
+                return;
+            }
+        total += name.size();
+    }
+    QByteArray folded(total, Qt::Uninitialized);
+    struct Entry {
+        qsizetype at;
+        qsizetype size;
+        qsizetype index;
+    };
+    std::vector<Entry> entries;
+    entries.reserve(static_cast<std::size_t>(names.size()));
+    qsizetype at = 0;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        const QString& name = names[i];
+        for (qsizetype k = 0; k < name.size(); ++k) {
+            const char16_t c = name[k].unicode();
+            folded[at + k] = static_cast<char>(c >= u'A' && c <= u'Z' ? c + (u'a' - u'A') : c);
+        }
+        entries.push_back({at, name.size(), i});
+        at += name.size();
+    }
+    const char* bytes = folded.constData();
+    std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
+        const int c = std::memcmp(bytes + a.at, bytes + b.at,
+                                  static_cast<std::size_t>(std::min(a.size, b.size)));
+        if (c != 0)
+            return c < 0;
+        if (a.size != b.size)
+            return a.size < b.size;
+        return names[a.index] < names[b.index];
+    });
+    QStringList sorted;
+    sorted.reserve(names.size());
+    for (const Entry& e : entries)
+        sorted.append(names[e.index]);
+    names = std::move(sorted);
+}
+
+} // namespace
+
 QStringList ListFiles(const QString& folder) {
     QDir dir(folder);
     if (folder.isEmpty() || !dir.exists())
         return {};
-    QStringList names = dir.entryList(QDir::Files | QDir::NoSymLinks, QDir::NoSort);
-    std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
-        const int c = a.compare(b, Qt::CaseInsensitive);
-        return c != 0 ? c < 0 : a < b;
-    });
+    QStringList names = PlainFileNames(folder);
+    sortWithoutCase(names);
     return names;
 }
 

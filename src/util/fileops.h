@@ -16,6 +16,10 @@ bool FileCheck(const QString& path, bool deleteEmpty = false);
 // as the directory search matches names.
 bool WildcardMatch(const QString& pattern, const QString& name);
 
+// Compares two names without regard to case, as QString::compare(Qt::CaseInsensitive) does
+// (the sign of its result), character by character without a folded copy of either.
+int CompareWithoutCase(QStringView a, QStringView b);
+
 // The plain files of a folder in the order the directory search lists them (names compared
 // without regard to case). Folders, links and hidden files are left out.
 QStringList ListFiles(const QString& folder);

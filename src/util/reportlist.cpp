@@ -152,6 +152,49 @@ ReportListItem::~ReportListItem() {
         owner_->forgetKey(this);
 }
 
+namespace {
+
+bool keptApart(int role) {
+    return role == TagRole || role == Qt::ToolTipRole;
+}
+
+} // namespace
+
+QVariant ReportListItem::data(int column, int role) const {
+    if (!keptApart(role))
+        return QTreeWidgetItem::data(column, role);
+    for (const CellData& cell : cellData_)
+        if (cell.column == column && cell.role == role)
+            return cell.value;
+    return {};
+}
+
+void ReportListItem::setData(int column, int role, const QVariant& value) {
+    if (!keptApart(role)) {
+        QTreeWidgetItem::setData(column, role, value);
+        return;
+    }
+    if (column < 0)
+        return;
+    auto cell = std::find_if(cellData_.begin(), cellData_.end(), [&](const CellData& c) {
+        return c.column == column && c.role == role;
+    });
+    if (cell != cellData_.end()) {
+        if (cell->value == value)
+            return;
+        cell->value = value;
+    } else {
+        if (!value.isValid())
+            return;
+        if (cellData_.empty())
+            cellData_.reserve(2); // a tag and a tool tip, as the rows of a package have
+        cellData_.push_back({column, role, value});
+    }
+    // A row in a list tells its views, as for any other change of its data.
+    if (treeWidget())
+        emitDataChanged();
+}
+
 int ReportListItem::Index() const {
     if (!owner_ || treeWidget() != owner_)
         return 0;
@@ -332,11 +375,27 @@ ReportListItem* ReportList::AddItem(const QString& text, const QString& key, int
     auto* item = new ReportListItem(this);
     item->setText(0, text);
     item->SetKey(key);
+    insertAt(item, index);
+    return item;
+}
+
+ReportListItem* ReportList::MakeItem(const QString& text) {
+    auto* item = new ReportListItem(this);
+    item->setText(0, text);
+    return item;
+}
+
+void ReportList::AddMadeItem(ReportListItem* item, int index) {
+    if (index < 0 || index > Count() + 1)
+        outOfBounds();
+    insertAt(item, index);
+}
+
+void ReportList::insertAt(ReportListItem* item, int index) {
     int at = index == 0 ? Count() : index - 1;
     if (index == 0 && sorted_)
         at = sortedPosition(item);
     insertTopLevelItem(at, item);
-    return item;
 }
 
 ReportListItem* ReportList::ListItems(int index) const {

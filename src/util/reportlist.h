@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItem>
 #include <QVariant>
+#include <vector>
 
 namespace tavik {
 
@@ -83,11 +84,23 @@ public:
     QString SubItems(int index);
     void SetSubItems(int index, const QString& text);
 
+    QVariant data(int column, int role) const override;
+    void setData(int column, int role, const QVariant& value) override;
+
 private:
     friend class ReportList;
     explicit ReportListItem(ReportList* owner) : owner_(owner) {}
 
     ReportList* owner_;
+    // The cells' tags and tool tips, which no view draws: kept in one small array for the row
+    // instead of in the item's list of lists per column, which cost a row of a big package
+    // three allocations.
+    struct CellData {
+        int column;
+        int role;
+        QVariant value;
+    };
+    std::vector<CellData> cellData_;
 };
 
 // A report-style list view: column headers with widths in twips, items counted from 1 with
@@ -115,6 +128,12 @@ public:
     int Count() const { return topLevelItemCount(); }
     // Adds at `index` (0: at the end, or in sorted order while sorting is on).
     ReportListItem* AddItem(const QString& text, const QString& key = {}, int index = 0);
+    // A row without a key that is not in the list yet, for AddMadeItem: what is set on it
+    // reaches no view, so a row filled first is announced to the views once, not once for
+    // every text. Until it is added it is the caller's.
+    ReportListItem* MakeItem(const QString& text);
+    // Adds a row from MakeItem at `index` as AddItem adds one.
+    void AddMadeItem(ReportListItem* item, int index = 0);
     // Item 1 to Count(); any other index raises 35600.
     ReportListItem* ListItems(int index) const;
     ReportListItem* FindItemByKey(const QString& key) const;
@@ -156,6 +175,7 @@ private:
     void forgetKey(ReportListItem* item);
     bool before(const QTreeWidgetItem* a, const QTreeWidgetItem* b) const;
     int sortedPosition(const QTreeWidgetItem* item) const;
+    void insertAt(ReportListItem* item, int index);
     void sortItems();
     void sortStateChanged();
 

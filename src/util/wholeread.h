@@ -19,6 +19,23 @@ struct FileStamp {
 // The stamp of the file `path` names now (links followed); `exists` false when there is none.
 FileStamp StampOf(const QString& path);
 
+// The stamps of many files of one folder, each looked up from the folder rather than from the
+// root of the file system: a package's thousands of sounds are stamped on every load and save.
+// of(name) is StampOf(folder + separator + name) for a plain name.
+class FolderStamps {
+public:
+    explicit FolderStamps(const QString& folder);
+    ~FolderStamps();
+    FolderStamps(const FolderStamps&) = delete;
+    FolderStamps& operator=(const FolderStamps&) = delete;
+
+    FileStamp of(const QString& name) const;
+
+private:
+    QString folder_;
+    int fd_ = -1; // the folder held open, where the system looks names up from one
+};
+
 // A whole file read into memory as one consistent copy: another program that rewrites the file
 // while it is read makes the read start again, so a reader never parses half of one version and
 // half of another, and never faults on a file that shrinks under it.

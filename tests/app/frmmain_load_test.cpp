@@ -4,6 +4,7 @@
 #include "app/frmstatus.h"
 #include "audio/emulatorbackend.h"
 #include "audio/modmci.h"
+#include "log/eventlog.h"
 #include "support/editorfixture.h"
 #include "util/reportlist.h"
 
@@ -53,8 +54,9 @@ TEST(MainWindowLoad, EventsAreHandledWhileALongLoadRuns) {
     EXPECT_GE(rowsWhenHandled, 1);
     EXPECT_LT(rowsWhenHandled, 60);
     EXPECT_EQ(editor.main->lsvPack()->Count(), 60);
-    // Sound opens let events through by themselves again once the load is over.
+    // Sound opens and log lines let events through by themselves again once the load is over.
     EXPECT_TRUE(editor.mci.YieldOnOpen);
+    EXPECT_TRUE(editor.main->eventLog().YieldOnWrite);
 }
 
 TEST(MainWindowLoad, TheStatusWindowAndTheProgressBarEndOnTheLastEntry) {
@@ -76,6 +78,20 @@ TEST(MainWindowLoad, TheStatusWindowAndTheProgressBarEndOnTheLastEntry) {
     EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
     EXPECT_EQ(editor.main->statusWindow(), nullptr);
     EXPECT_TRUE(editor.main->prgStatus()->isHidden());
+}
+
+TEST(MainWindowLoad, ALogLineLetsEventsThroughOnlyWhenAskedTo) {
+    EditorFixture editor;
+    EventLog& log = editor.main->eventLog();
+    for (const bool yield : {true, false}) {
+        log.YieldOnWrite = yield;
+        bool handled = false;
+        QTimer::singleShot(0, [&] { handled = true; });
+        log.WriteLog(QStringLiteral("!MCI ERROR '289' 'Unable to load file!'"));
+        EXPECT_EQ(handled, yield);
+        QCoreApplication::processEvents();
+    }
+    log.YieldOnWrite = true;
 }
 
 TEST(MainWindowLoad, AnOpenLetsEventsThroughOnlyWhenAskedTo) {

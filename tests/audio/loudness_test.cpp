@@ -6,7 +6,9 @@
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QThread>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -114,6 +116,42 @@ TEST(LoudnessCache, ABrokenCacheFileIsMeasuredAgainNotBelieved) {
     ASSERT_TRUE(l && l->integratedLufs);
     EXPECT_NEAR(*l->integratedLufs, -23.0, 0.1);
     EXPECT_EQ(cache.measured(), 1);
+}
+
+TEST(LoudnessCache, FiguresAreReadAsQtReadsThemAndAnyOtherSpellingIsMeasuredAgainOrReadByQt) {
+    TempDir dir;
+    const QString sound = writeSine(dir.file(QStringLiteral("a.wav")), -23.0, 2, 2.0);
+    const QFileInfo info(sound);
+    const QByteArray key = QFile::encodeName(info.absoluteFilePath()) + '\t' +
+                           QByteArray::number(info.size()) + '\t' +
+                           QByteArray::number(info.lastModified().toMSecsSinceEpoch());
+    const char* figures[][2] = {
+        {"-23.40123457", "-1.5"}, {"-0", "0"},     {"007.25", "-0.000123456789"},
+        {"-70.1", "1e-05"},       {"1.", ".5"},    {"+3", " 2"},
+        {"-23.4x", "0"},          {"-", "-12.75"}, {"12345678901234567890.5", "-3"}};
+    for (const auto& [lufs, peak] : figures) {
+        SCOPED_TRACE(std::string(lufs) + " " + peak);
+        const QString cacheFile =
+            dir.write(QStringLiteral("loudness.tsv"), key + '\t' + lufs + '\t' + peak + '\n');
+        bool lufsOk = true;
+        bool peakOk = false;
+        const bool silent = QByteArray(lufs) == "-";
+        const double lufsValue = silent ? 0 : QString::fromLatin1(lufs).toDouble(&lufsOk);
+        const double peakValue = QString::fromLatin1(peak).toDouble(&peakOk);
+        LoudnessCache cache(cacheFile);
+        const auto l = cache.loudnessOf(sound);
+        ASSERT_TRUE(l.has_value());
+        if (!lufsOk || !peakOk) {
+            EXPECT_EQ(cache.measured(), 1);
+            continue;
+        }
+        EXPECT_EQ(cache.measured(), 0);
+        EXPECT_EQ(l->truePeakDbtp, peakValue);
+        if (silent)
+            EXPECT_FALSE(l->integratedLufs.has_value());
+        else
+            EXPECT_EQ(l->integratedLufs, lufsValue);
+    }
 }
 
 TEST(LoudnessCache, ANameWithALineBreakOrTabIsMeasuredEachTimeAndNeverWritten) {

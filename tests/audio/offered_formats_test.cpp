@@ -146,6 +146,19 @@ TEST_P(OfferedFormat, MeasuresToTheMillisecond) {
     EXPECT_EQ(r.out, QString::number(ms) + "\t" + sound + "\n");
 }
 
+TEST_P(OfferedFormat, IsProbedAsLibsndfileReadsItByName) {
+    SF_INFO byName{};
+    SNDFILE* file = sf_open(QFile::encodeName(sound).constData(), SFM_READ, &byName);
+    ASSERT_NE(file, nullptr);
+    sf_close(file);
+    const std::optional<SoundInfo> info = probeSound(sound);
+    ASSERT_TRUE(info.has_value());
+    EXPECT_EQ(info->frames, byName.frames);
+    EXPECT_EQ(info->sampleRate, byName.samplerate);
+    EXPECT_EQ(info->channels, byName.channels);
+    EXPECT_EQ(info->wave, QByteArray(GetParam().extension) == "wav");
+}
+
 TEST_P(OfferedFormat, OpensAndPlaysThroughMciByTypeAndByExtension) {
     for (const bool useFormat : {true, false}) {
         EmulatorBackend backend({}, std::make_shared<NullSoundOutput>());

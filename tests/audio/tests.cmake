@@ -8,5 +8,6 @@ list(APPEND TAVIK_CORE_TESTS
     audio/modmci_test.cpp
     audio/sequenceplayer_test.cpp
     audio/offered_formats_test.cpp
+    audio/soundfile_test.cpp
     audio/loudness_test.cpp
 )

@@ -135,3 +135,39 @@ TEST(RichTextBox, EveryKindOfLineBreakEndsALineAndKeepsPositionsInStep) {
     box.setTextRTF(QStringLiteral("{\\rtf1 x\\u8233?y}"));
     EXPECT_EQ(box.text(), QStringLiteral("x\r\ny"));
 }
+
+TEST(RichTextBox, LinesAppendedToAHiddenBoxReadAsLinesInsertedOneByOne) {
+    QWidget window;
+    RichTextBox gathered(&window);
+    RichTextBox direct(&window);
+    gathered.hide();
+    direct.setText(QStringLiteral("Start"));
+    gathered.setText(QStringLiteral("Start"));
+    QString all = QStringLiteral("Start");
+    for (int i = 0; i < 40; ++i) {
+        const QString line = QStringLiteral("\r\nPLAY 'A%1' 'Gleis %1'").arg(i);
+        all += line;
+        gathered.setSelStart(gathered.textLength());
+        gathered.setSelText(line);
+        EXPECT_EQ(gathered.selStart(), all.size());
+        EXPECT_EQ(gathered.text(), all);
+    }
+    direct.setText(all);
+    EXPECT_EQ(gathered.lineCount(), 41);
+    EXPECT_EQ(gathered.textRTF(), direct.textRTF());
+    EXPECT_EQ(gathered.find(QStringLiteral("'a39'"), 0), all.indexOf(QStringLiteral("'A39'")));
+    // Colouring a gathered line colours the characters the text names.
+    gathered.setSelLength(5);
+    gathered.setSelColor(0x0000FF);
+    EXPECT_EQ(textColor(gathered, 40, 5), kRed);
+    EXPECT_FALSE(textColor(gathered, 40, 4).isValid());
+    // Lines appended after that go on gathering, and a shown box holds every one.
+    gathered.setSelStart(gathered.textLength());
+    gathered.setSelText(QStringLiteral("\r\nREADY"));
+    window.show();
+    gathered.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    EXPECT_EQ(gathered.document()->blockCount(), 42);
+    EXPECT_EQ(gathered.document()->lastBlock().text(), QStringLiteral("READY"));
+    EXPECT_EQ(gathered.text(), all + QStringLiteral("\r\nREADY"));
+}

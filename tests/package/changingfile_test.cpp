@@ -9,6 +9,7 @@
 #include "util/conversions.h"
 #include "util/wholeread.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <atomic>
@@ -174,4 +175,24 @@ TEST(WholeRead, AStampChangesWithTheContent) {
     const FileStamp before = StampOf(path);
     rewriteInPlace(path, "two!");
     EXPECT_NE(StampOf(path), before);
+}
+
+TEST(FolderStamps, StampEachFileAsItsFullPathDoes) {
+    TempDir dir;
+    dir.write(QStringLiteral("0001.wav"), "RIFF");
+    dir.write(QStringLiteral("Package.io"), "index");
+    ASSERT_TRUE(
+        QFile::link(dir.file(QStringLiteral("0001.wav")), dir.file(QStringLiteral("0002.wav"))));
+    QDir(dir.path()).mkdir(QStringLiteral("0003"));
+    const FolderStamps stamps(dir.path());
+    for (const char* name : {"0001.wav", "0002.wav", "0003", "Package.io", "0004.wav"}) {
+        SCOPED_TRACE(name);
+        const QString n = QString::fromLatin1(name);
+        EXPECT_EQ(stamps.of(n), StampOf(dir.file(n)));
+    }
+    EXPECT_TRUE(stamps.of(QStringLiteral("0001.wav")).exists);
+    EXPECT_FALSE(stamps.of(QStringLiteral("0004.wav")).exists);
+    // A folder that is not there stamps nothing.
+    const FolderStamps none(dir.file(QStringLiteral("nowhere")));
+    EXPECT_FALSE(none.of(QStringLiteral("0001.wav")).exists);
 }

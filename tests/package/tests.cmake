@@ -14,5 +14,6 @@ list(APPEND TAVIK_CORE_TESTS
     package/packagewrites_test.cpp
     package/packagetext_test.cpp
     package/changingfile_test.cpp
+    package/zeldbdumptext_test.cpp
     ${PROJECT_SOURCE_DIR}/fuzz/package_index_input.cpp
 )

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 
 using namespace tavik;
 using tavik::test::errorOf;
@@ -90,6 +91,18 @@ TEST(CLng, ConvertsTheStoredDefaultTexts) {
     EXPECT_EQ(CLng(Variant::fromLong(16777215)), 16777215);
     EXPECT_EQ(CLng(Variant::fromInteger(-7)), -7);
     EXPECT_EQ(CLng(Variant()), 0);
+}
+
+TEST(CDbl, ReadsWholeNumbersToTheBitsStrtodGives) {
+    // Short and long ones, signs, leading zeros, a minus zero, one beyond fifteen digits.
+    for (const char* text :
+         {"0", "-0", "+0", "7", "+7", "-1", "000123", "255", "16777215", "-2147483648",
+          "999999999999999", "-999999999999999", "9999999999999999", "12345678901234567890"}) {
+        const double expected = std::strtod(text, nullptr);
+        const double got = CDbl(Variant::fromString(QString::fromLatin1(text)));
+        EXPECT_EQ(got, expected) << text;
+        EXPECT_EQ(std::signbit(got), std::signbit(expected)) << text;
+    }
 }
 
 TEST(CBool, ReadsNumbersTextsAndStoredBooleans) {

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace tavik;
@@ -45,6 +46,65 @@ TEST(WildcardMatch, MatchesStarsAndQuestionMarksWithoutRegardToCase) {
     EXPECT_FALSE(WildcardMatch("a?c", "ac"));
     EXPECT_TRUE(WildcardMatch("*", ""));
     EXPECT_FALSE(WildcardMatch("*a*a*a*a*a*a*b", QString(200, u'a')));
+}
+
+TEST(CompareWithoutCase, OrdersNamesAsQtComparesThemWithoutCase) {
+    // ASCII in both cases, letters whose folding leaves ASCII (the Kelvin sign, the long s),
+    // umlauts and sharp s, a character beyond the first plane, prefixes and the empty name.
+    const QStringList names = {QString(),
+                               QStringLiteral("0001.wav"),
+                               QStringLiteral("0001.WAV"),
+                               QStringLiteral("0001.mp3"),
+                               QStringLiteral("0001"),
+                               QStringLiteral("0010.wav"),
+                               QStringLiteral("0001 a.wav"),
+                               QStringLiteral("Zug"),
+                               QStringLiteral("zug"),
+                               QStringLiteral("zu_g"),
+                               QStringLiteral("zu[g"),
+                               QStringLiteral("k"),
+                               QStringLiteral("\u212A"),
+                               QStringLiteral("s"),
+                               QStringLiteral("\u017F"),
+                               QStringLiteral("st"),
+                               QStringLiteral("\u00DF"),
+                               QStringLiteral("\u00C4x"),
+                               QStringLiteral("\u00E4x"),
+                               QStringLiteral("a\U00010400"),
+                               QStringLiteral("a\U00010428"),
+                               QStringLiteral("a\U00010400b"),
+                               QStringLiteral("A~1"),
+                               QStringLiteral("a~1")};
+    auto sign = [](int v) { return (v > 0) - (v < 0); };
+    for (const QString& a : names)
+        for (const QString& b : names)
+            EXPECT_EQ(sign(CompareWithoutCase(a, b)), sign(a.compare(b, Qt::CaseInsensitive)))
+                << qPrintable(a) << " " << qPrintable(b);
+}
+
+TEST(ListFiles, ListsFilesWithoutRegardToCaseAndExactOrderAmongEquals) {
+    TempDir dir;
+    for (const char* name : {"b.wav", "B.wav", "a.WAV", "\xc3\x84.wav", "0001.mp3", "0001.WAV"})
+        dir.write(QString::fromUtf8(name), "x");
+    EXPECT_EQ(ListFiles(dir.path()),
+              QStringList({QStringLiteral("0001.mp3"), QStringLiteral("0001.WAV"),
+                           QStringLiteral("a.WAV"), QStringLiteral("B.wav"),
+                           QStringLiteral("b.wav"), QStringLiteral("\u00C4.wav")}));
+}
+
+TEST(ListFiles, PlainAsciiNamesSortAsQtComparesThemWithoutCase) {
+    TempDir dir;
+    const QStringList names = {"b.wav",    "B.wav", "a_1.mp3",  "A[1.mp3",   "a.WAV", "0001.mp3",
+                               "0001.WAV", "0001",  "0010.wav", "00010",     "Zug~1", "zug~1",
+                               "z",        "Z_",    "z[",       "0001 a.wav"};
+    for (const QString& name : names)
+        dir.write(name, "x");
+    QStringList expected = names;
+    std::sort(expected.begin(), expected.end(), [](const QString& a, const QString& b) {
+        const int c = a.compare(b, Qt::CaseInsensitive);
+        return c != 0 ? c < 0 : a < b;
+    });
+    EXPECT_EQ(ListFiles(dir.path()), expected);
 }
 
 TEST(DirFirst, FindsTheFirstMatchingFileInListingOrder) {

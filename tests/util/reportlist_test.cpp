@@ -98,6 +98,36 @@ TEST(ReportList, AddAtIndexInsertsThere) {
     EXPECT_EQ(errorOf([&] { f.list.AddItem("far", "X", 7); }), 35600);
 }
 
+TEST(ReportList, ARowMadeFirstIsAnnouncedOnceWhenItIsAdded) {
+    ThreeRows f;
+    int changed = 0;
+    int inserted = 0;
+    QObject::connect(f.list.model(), &QAbstractItemModel::dataChanged, [&] { ++changed; });
+    QObject::connect(f.list.model(), &QAbstractItemModel::rowsInserted, [&] { ++inserted; });
+    ReportListItem* row = f.list.MakeItem("d");
+    row->SetSubItems(1, "Gleis 4");
+    row->SetTag("/p/0004.wav");
+    row->SetForeColor(255);
+    row->SetBold(true);
+    EXPECT_EQ(f.list.Count(), 3);
+    f.list.AddMadeItem(row, 2);
+    EXPECT_EQ(changed, 0);
+    EXPECT_EQ(inserted, 1);
+    EXPECT_EQ(texts(f.list), QStringList({"a", "d", "b", "c"}));
+    EXPECT_EQ(f.list.ListItems(2), row);
+    EXPECT_EQ(row->SubItems(1), "Gleis 4");
+    EXPECT_EQ(row->Tag(), "/p/0004.wav");
+    EXPECT_EQ(row->ForeColor(), 255u);
+    EXPECT_TRUE(row->Bold());
+    EXPECT_EQ(row->Key(), QString());
+    EXPECT_EQ(row->Index(), 2);
+    // Its place is checked as AddItem checks it; the row stays the caller's when refused.
+    ReportListItem* other = f.list.MakeItem("e");
+    EXPECT_EQ(errorOf([&] { f.list.AddMadeItem(other, 6); }), 35600);
+    delete other;
+    EXPECT_EQ(f.list.Count(), 4);
+}
+
 TEST(ReportList, SubItemsCountFromOneUpToTheColumns) {
     ThreeRows f;
     ReportListItem* row = f.list.ListItems(1);
@@ -406,4 +436,35 @@ TEST(ReportList, ARowMadeNotBoldKeepsNoFontOfItsOwnAndDrawsAsTheList) {
     EXPECT_NE(bold.copy(list.header()->sectionViewportPosition(1), r.y(),
                         list.header()->sectionSize(1), r.height()),
               titleCell(plain));
+}
+
+TEST(ReportList, TagsAndToolTipsOfEveryCellAreKeptAndTakenAway) {
+    ThreeRows f;
+    ReportListItem* row = f.list.ListItems(2);
+    int changed = 0;
+    QObject::connect(f.list.model(), &QAbstractItemModel::dataChanged, [&] { ++changed; });
+    row->SetTag("row");
+    row->SubItem(1).SetTag("cell");
+    row->SetToolTipText("Zeile");
+    row->SubItem(1).SetToolTipText("200 ms");
+    EXPECT_EQ(row->Tag(), "row");
+    EXPECT_EQ(row->SubItem(1).Tag(), "cell");
+    EXPECT_EQ(row->ToolTipText(), "Zeile");
+    EXPECT_EQ(row->SubItem(1).ToolTipText(), "200 ms");
+    EXPECT_EQ(f.list.model()->data(f.list.model()->index(1, 1), Qt::ToolTipRole).toString(),
+              "200 ms");
+    // The views hear of each change, and of none that changes nothing.
+    EXPECT_EQ(changed, 4);
+    row->SubItem(1).SetToolTipText("200 ms");
+    EXPECT_EQ(changed, 4);
+    row->SubItem(1).SetToolTipText("300 ms");
+    EXPECT_EQ(row->SubItem(1).ToolTipText(), "300 ms");
+    EXPECT_EQ(changed, 5);
+    // The last column taken away takes its cells' tags and tool tips with it.
+    f.list.RemoveLastColumn();
+    f.list.AddColumn("Titel", 3000);
+    EXPECT_EQ(row->SubItem(1).Tag(), QString());
+    EXPECT_EQ(row->SubItem(1).ToolTipText(), QString());
+    EXPECT_EQ(row->Tag(), "row");
+    EXPECT_EQ(f.list.ListItems(1)->Tag(), QString());
 }
