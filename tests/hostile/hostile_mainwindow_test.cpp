@@ -5,6 +5,7 @@
 #include "hostile/treesnapshot.h"
 #include "support/editorfixture.h"
 #include "support/errorcatcher.h"
+#include "support/tempdir.h"
 #include "util/apppath.h"
 #include "util/reportlist.h"
 #include "util/tickcount.h"
@@ -124,8 +125,9 @@ TEST(HostilePackageWindow, RemovingAnEntryWhoseKeyIsNoNumberDeletesNothingAnywhe
     // The package and everything around it are as they were, the link and its target too.
     EXPECT_EQ(treeChanges(before, editor.around()), QString());
     // The link is still a link, where the system makes links at all.
+    const test::TempDir probe;
     const bool linksAreMade =
-        test::MakeLink(QStringLiteral("target"), editor.root.file(QStringLiteral("probe")));
+        test::MakeLink(QStringLiteral("target"), probe.file(QStringLiteral("link")));
     EXPECT_EQ(QFileInfo(editor.folder + QStringLiteral("/0003.wav")).isSymLink(), linksAreMade);
     // The device word "all" closed no sound: the announcements still play.
     EXPECT_EQ(editor.backend.emulator().send(QStringLiteral("status 0000 length")).code, 0);
