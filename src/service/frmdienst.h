@@ -281,7 +281,7 @@ private:
     SentenceTimeline* timeline_ = nullptr;
     QTimer* cursorTimer_ = nullptr;
     int playingEntry_ = -1;
-    void moveCursor();
+    void moveCursor(bool entryStarts = false);
     void markPlayingRow(int entry);
     void setDraggedShift(int entry, std::int16_t shift);
     QLineEdit* txtText_ = nullptr;

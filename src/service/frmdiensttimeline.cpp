@@ -101,10 +101,12 @@ void frmDienst::notePlayStep(const QString& logLine) {
     if (!logLine.startsWith(QStringLiteral("\tPLAY ")))
         return;
     ++playingEntry_;
-    moveCursor();
+    // Named before it is sought and started: its sound may still stand where an earlier play
+    // left it, so the cursor starts at the entry's start.
+    moveCursor(true);
 }
 
-void frmDienst::moveCursor() {
+void frmDienst::moveCursor(bool entryStarts) {
     if (!timeline_)
         return;
     const QList<TimelineBlock>& blocks = timeline_->blocks();
@@ -114,7 +116,7 @@ void frmDienst::moveCursor() {
     }
     const TimelineBlock& block = blocks[playingEntry_];
     // The output's own position of the sound that plays: no clock of the window's.
-    const qint64 position = main_.mci().PlayPosition(block.key);
+    const qint64 position = entryStarts ? 0 : main_.mci().PlayPosition(block.key);
     const qint64 at = position < 0
                           ? block.startMs
                           : block.startMs + std::min(position, block.stopMs - block.startMs);

@@ -230,6 +230,39 @@ TEST(SentenceTimeline, WhileTheSentencePlaysTheCursorFollowsTheOutputsPositionEn
     EXPECT_EQ(timeline->blocks().size(), 3);
 }
 
+TEST(SentenceTimeline, PlayedAgainEachEntrysCursorStartsAtItsStartNotWhereTheLastPlayLeftIt) {
+    ServiceShown s(threeShifts());
+    s.select(1);
+    SentenceTimeline* timeline = s.editor->timeline();
+    const QList<TimelineBlock> blocks = timeline->blocks();
+    ASSERT_EQ(blocks.size(), 3);
+    press(s.editor, s.editor->cmdPlay());
+    // Each sound now stands where the first play stopped it. Seen as each entry's sound is
+    // sought to its start for the second play:
+    std::vector<std::pair<qint64, int>> seen; // cursor and entry, at every command's send
+    bool sending = true;
+    s.host.atEachCommand = [&] {
+        if (sending)
+            seen.emplace_back(timeline->cursorMs(), timeline->playingEntry());
+        sending = !sending;
+    };
+    s.host.recorder.clear();
+    press(s.editor, s.editor->cmdPlay());
+    s.host.atEachCommand = nullptr;
+    const QList<RecordingBackend::Entry>& sent = s.host.recorder.entries();
+    ASSERT_EQ(static_cast<qsizetype>(seen.size()), sent.size());
+    int seeks = 0;
+    for (qsizetype i = 0; i < sent.size(); ++i) {
+        if (!sent[i].command.startsWith(QStringLiteral("seek ")))
+            continue;
+        const auto [cursor, entry] = seen[static_cast<std::size_t>(i)];
+        ASSERT_EQ(entry, seeks) << sent[i].command.toStdString();
+        EXPECT_EQ(cursor, blocks[entry].startMs) << sent[i].command.toStdString();
+        ++seeks;
+    }
+    EXPECT_EQ(seeks, 3);
+}
+
 TEST(SentenceTimeline, OnTheSentencePageTheEntryThatPlaysIsBoldAndTheSelectionStays) {
     ServiceShown s(threeShifts());
     s.select(1);

@@ -21,6 +21,7 @@
 #include <QFile>
 #include <QStringList>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -146,8 +147,15 @@ public:
     Language language;
     EventLog log;
     EmulatorBackend backend;
+    // Called as each command is sent and again as it returns: a test looks at the windows at
+    // the moment of a command.
+    std::function<void()> atEachCommand;
     // Every command sent, with the time it was sent.
-    RecordingBackend recorder{backend, [] { return qint64(GetTickCount()); }};
+    RecordingBackend recorder{backend, [this] {
+                                  if (atEachCommand)
+                                      atEachCommand();
+                                  return qint64(GetTickCount());
+                              }};
     modMCI mci;
     std::unique_ptr<frmMain> main;
     QStringList logLines;
