@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <thread>
@@ -112,6 +113,17 @@ double median(std::vector<double> values) {
         return 0;
     std::sort(values.begin(), values.end());
     return values[values.size() / 2];
+}
+
+void printErrors(const char* output, const char* what, std::vector<double> errors) {
+    if (errors.empty())
+        return;
+    for (double& e : errors)
+        e = std::fabs(e);
+    std::sort(errors.begin(), errors.end());
+    std::printf("%s, %s error after the constant latency: p50 %.1f ms, worst %.1f ms (%zu "
+                "entries)\n",
+                output, what, errors[errors.size() / 2], errors.back(), errors.size());
 }
 
 } // namespace tavik::test

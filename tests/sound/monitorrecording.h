@@ -80,6 +80,10 @@ std::vector<double> onsetDifferencesMs(const std::vector<float>& heard,
 // The middle value (the upper of the two middle ones); 0 for none.
 double median(std::vector<double> values);
 
+// Prints the median and the worst of `errors` (milliseconds, either sign) as "<output>, <what>
+// error after the constant latency: p50 .., worst ..", for the run's figures.
+void printErrors(const char* output, const char* what, std::vector<double> errors);
+
 // Milliseconds of recording frames.
 inline double framesToMs(qint64 frames) {
     return static_cast<double>(frames) * 1000.0 / MonitorRecording::kRate;

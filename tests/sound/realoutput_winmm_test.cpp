@@ -76,17 +76,6 @@ SatzRecord sentence(const QList<SatzTarget>& targets) {
     return s;
 }
 
-void printErrors(const char* what, std::vector<double> errors) {
-    for (double& e : errors)
-        e = std::fabs(e);
-    std::sort(errors.begin(), errors.end());
-    if (errors.empty())
-        return;
-    std::printf("winmm MCI, %s error after the constant latency: p50 %.1f ms, worst %.1f ms "
-                "(%zu entries)\n",
-                what, errors[errors.size() / 2], errors.back(), errors.size());
-}
-
 } // namespace
 
 TEST(RealOutputWinmm, ASentenceSoundsEachEntryInTurnOnItsCommands) {
@@ -140,8 +129,8 @@ TEST(RealOutputWinmm, ASentenceSoundsEachEntryInTurnOnItsCommands) {
         EXPECT_NEAR(onset, 0.0, kWinmmToleranceMs) << "onset of entry " << i;
         EXPECT_NEAR(cut, 0.0, kWinmmCutToleranceMs) << "cut of entry " << i;
     }
-    printErrors("onset", onsetErrors);
-    printErrors("cut", cutErrors);
+    printErrors("winmm MCI", "onset", onsetErrors);
+    printErrors("winmm MCI", "cut", cutErrors);
 }
 
 // Wine's winmm opens MP3 files only with a decoder of the system's media framework; where it

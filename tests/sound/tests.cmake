@@ -6,9 +6,10 @@ add_executable(tavik_sound_tests sound/sound_main.cpp sound/monitorrecording.cpp
 # both are heard. The recorder is the host's, started the way each system can.
 if(WIN32)
     target_sources(tavik_sound_tests PRIVATE sound/realoutput_winmm_test.cpp
-        sound/monitorrecording_win.cpp)
+        sound/monitorrecording_win.cpp sound/outputtolerance_win.cpp)
 else()
-    target_sources(tavik_sound_tests PRIVATE sound/monitorrecording_unix.cpp)
+    target_sources(tavik_sound_tests PRIVATE sound/monitorrecording_unix.cpp
+        sound/outputtolerance_unix.cpp)
 endif()
 target_link_libraries(tavik_sound_tests PRIVATE taviktestsupport tavikui)
 add_test(NAME RealSoundOutput
