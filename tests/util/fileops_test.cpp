@@ -4,6 +4,7 @@
 #include "support/tempdir.h"
 #include "util/apppath.h"
 #include "util/fileops.h"
+#include "util/platformnames.h"
 #include "util/runtimeerror.h"
 
 #include <QDir>
@@ -86,10 +87,13 @@ TEST(ListFiles, ListsFilesWithoutRegardToCaseAndExactOrderAmongEquals) {
     TempDir dir;
     for (const char* name : {"b.wav", "B.wav", "a.WAV", "\xc3\x84.wav", "0001.mp3", "0001.WAV"})
         dir.write(QString::fromUtf8(name), "x");
-    EXPECT_EQ(ListFiles(dir.path()),
-              QStringList({QStringLiteral("0001.mp3"), QStringLiteral("0001.WAV"),
-                           QStringLiteral("a.WAV"), QStringLiteral("B.wav"),
-                           QStringLiteral("b.wav"), QStringLiteral("\u00C4.wav")}));
+    QStringList expected = {QStringLiteral("0001.mp3"), QStringLiteral("0001.WAV"),
+                            QStringLiteral("a.WAV"),    QStringLiteral("B.wav"),
+                            QStringLiteral("b.wav"),    QStringLiteral("\u00C4.wav")};
+    // Where names differ by case alone they name one file, which keeps its first name.
+    if (FileNameCase() == Qt::CaseInsensitive)
+        expected.removeAll(QStringLiteral("B.wav"));
+    EXPECT_EQ(ListFiles(dir.path()), expected);
 }
 
 TEST(ListFiles, PlainAsciiNamesSortAsQtComparesThemWithoutCase) {
@@ -97,9 +101,13 @@ TEST(ListFiles, PlainAsciiNamesSortAsQtComparesThemWithoutCase) {
     const QStringList names = {"b.wav",    "B.wav", "a_1.mp3",  "A[1.mp3",   "a.WAV", "0001.mp3",
                                "0001.WAV", "0001",  "0010.wav", "00010",     "Zug~1", "zug~1",
                                "z",        "Z_",    "z[",       "0001 a.wav"};
-    for (const QString& name : names)
+    QStringList expected;
+    for (const QString& name : names) {
         dir.write(name, "x");
-    QStringList expected = names;
+        // Where names differ by case alone they name one file, which keeps its first name.
+        if (!expected.contains(name, FileNameCase()))
+            expected << name;
+    }
     std::sort(expected.begin(), expected.end(), [](const QString& a, const QString& b) {
         const int c = a.compare(b, Qt::CaseInsensitive);
         return c != 0 ? c < 0 : a < b;
