@@ -77,6 +77,18 @@ void fill(frmNew& dialog, const QString& dir, const QString& title, const QStrin
     dialog.txtPic()->setText(picture);
 }
 
+// Tries each folder name in turn: each is refused with text 21 and the dialog stays open.
+void expectEachRefusedWithText21(Editor& editor, frmNew& dialog, const QStringList& names) {
+    for (const QString& name : names) {
+        editor.messages.clear();
+        fill(dialog, name, QStringLiteral("T"), QStringLiteral("A"), QStringLiteral("Text"));
+        dialog.cmdOK()->click();
+        ASSERT_EQ(editor.messages.size(), 1u) << name.toStdString();
+        EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(21));
+        EXPECT_TRUE(dialog.isVisible());
+    }
+}
+
 QString setting(clsZELDB& store, const QString& key, const QString& item) {
     return CStr(store.GetSetting(key, item, QStringLiteral("<none>")));
 }
@@ -242,19 +254,12 @@ TEST(frmNew, FolderNamesWithSeparatorsOrDotDotAreRefusedWithText21AndTouchNothin
     // there, if the check ever looked outside.
     const QString bait = editor.root.write(QStringLiteral("Package.io"), {});
     const QStringList before = tree(editor.root.path());
-    const QString names[] = {QStringLiteral(".."),       QStringLiteral("../Evil"),
-                             QStringLiteral("..\\Evil"), QStringLiteral("a/b"),
-                             QStringLiteral("a\\b"),     QStringLiteral("/tmp/tavik-evil"),
-                             QStringLiteral("../bin")};
+    const QStringList names = {QStringLiteral(".."),       QStringLiteral("../Evil"),
+                               QStringLiteral("..\\Evil"), QStringLiteral("a/b"),
+                               QStringLiteral("a\\b"),     QStringLiteral("/tmp/tavik-evil"),
+                               QStringLiteral("../bin")};
     auto dialog = showNew(editor, true);
-    for (const QString& name : names) {
-        editor.messages.clear();
-        fill(*dialog, name, QStringLiteral("T"), QStringLiteral("A"), QStringLiteral("Text"));
-        dialog->cmdOK()->click();
-        ASSERT_EQ(editor.messages.size(), 1u) << name.toStdString();
-        EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(21));
-        EXPECT_TRUE(dialog->isVisible());
-    }
+    expectEachRefusedWithText21(editor, *dialog, names);
     EXPECT_TRUE(QFileInfo::exists(bait));
     EXPECT_EQ(tree(editor.root.path()), before);
     EXPECT_FALSE(QFileInfo::exists(QStringLiteral("/tmp/tavik-evil")));
@@ -269,16 +274,10 @@ TEST(frmNew, FolderNamesWindowsTakesForDevicesOrTrimsAreRefusedWithText21AndTouc
                             {{QStringLiteral("0000"), QStringLiteral("Gong"), 100}});
     const QStringList before = tree(editor.root.path());
     auto dialog = showNew(editor, true);
-    for (const QString& name :
-         {QStringLiteral("CON"), QStringLiteral("aux.wav"), QStringLiteral("Com1"),
-          QStringLiteral("Linie1."), QStringLiteral("Linie1 ")}) {
-        editor.messages.clear();
-        fill(*dialog, name, QStringLiteral("T"), QStringLiteral("A"), QStringLiteral("Text"));
-        dialog->cmdOK()->click();
-        ASSERT_EQ(editor.messages.size(), 1u) << name.toStdString();
-        EXPECT_EQ(editor.messages[0].text, editor.language.GetLangString(21));
-        EXPECT_TRUE(dialog->isVisible());
-    }
+    expectEachRefusedWithText21(editor, *dialog,
+                                {QStringLiteral("CON"), QStringLiteral("aux.wav"),
+                                 QStringLiteral("Com1"), QStringLiteral("Linie1."),
+                                 QStringLiteral("Linie1 ")});
     EXPECT_EQ(tree(editor.root.path()), before);
     EXPECT_TRUE(QFileInfo::exists(existing + QStringLiteral("/Package.io")));
 }

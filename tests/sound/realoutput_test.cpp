@@ -9,6 +9,7 @@
 #include "monitorrecording.h"
 #include "service/cursorsamples.h"
 #include "service/dienstfixture.h"
+#include "sound/openedsounds.h"
 #include "sound/outputtolerance.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
@@ -76,17 +77,8 @@ struct SoundPackage {
     AnnouncementTable table;
 
     void add(const QString& key, const QString& path) {
-        QString opened = path;
-        EXPECT_EQ(mci.MciOpen(opened, key, QStringLiteral("waveaudio")), -1)
+        EXPECT_EQ(OpenIntoTable(mci, table, key, path, QStringLiteral("waveaudio")), -1)
             << log.join(' ').toStdString();
-        AnnouncementRecord record;
-        record.Key = key;
-        record.Title = key;
-        record.FilePath = path;
-        record.Length = mci.MciGetLength(key);
-        record.Opened = true;
-        table.Announcements << record;
-        table.AnnouncementCount = static_cast<std::int16_t>(table.Announcements.size());
     }
     void addLevel(const QString& key, float level, int ms) {
         const QString path = dir.file(key + ".wav");

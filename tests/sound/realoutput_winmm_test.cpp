@@ -7,6 +7,7 @@
 #include "audio/sequenceplayer.h"
 #include "audio/winmmbackend.h"
 #include "monitorrecording.h"
+#include "sound/openedsounds.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
 
@@ -43,19 +44,7 @@ struct WinmmPackage {
     }
     // Opens the file under `key`; the MCI code (-1 when it opened).
     int add(const QString& key, const QString& path, const QString& type) {
-        QString opened = path;
-        const int code = mci.MciOpen(opened, key, type);
-        if (code != -1)
-            return code;
-        AnnouncementRecord record;
-        record.Key = key;
-        record.Title = key;
-        record.FilePath = path;
-        record.Length = mci.MciGetLength(key);
-        record.Opened = true;
-        table.Announcements << record;
-        table.AnnouncementCount = static_cast<std::int16_t>(table.Announcements.size());
-        return code;
+        return OpenIntoTable(mci, table, key, path, type);
     }
     // The time, in milliseconds of the recorder's clock, of each command `verb` sent.
     QList<double> times(const QString& verb) const {
