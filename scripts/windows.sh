@@ -44,7 +44,7 @@ cmake -S . -B build-win -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DTAVIK_WIN_PREFIX="$qt;$libs" -DCMAKE_PREFIX_PATH="$qt;$libs" -DQT_HOST_PATH=/usr \
     -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
     -DCMAKE_CROSSCOMPILING_EMULATOR="/usr/bin/env;TAVIK_WINEPREFIX=$WINEPREFIX;$PWD/scripts/windows/wine-run.sh;$dlls" \
-    -DTAVIK_BUILD_TESTS="${TAVIK_WIN_TESTS:-OFF}" -DTAVIK_BUILD_BENCH=OFF >build-win/build.log 2>&1 ||
+    -DTAVIK_BUILD_TESTS="${TAVIK_WIN_TESTS:-OFF}" -DTAVIK_BUILD_BENCH=ON >build-win/build.log 2>&1 ||
     { tail -n 40 build-win/build.log >&2; exit 1; }
 cmake --build build-win --parallel "$TAVIK_WIN_JOBS" >>build-win/build.log 2>&1 ||
     { grep -E 'error|FAILED' build-win/build.log | head -n 40 >&2; exit 1; }
