@@ -19,9 +19,12 @@ cp "$bare" "$root/bin/"
 display=":${TAVIK_WIN_BENCH_DISPLAY:-93}"
 Xvfb "$display" -screen 0 1280x900x24 -nolisten tcp >/dev/null 2>&1 &
 xvfb=$!
-trap 'kill $xvfb 2>/dev/null || true; rm -f "$root/bin/bench_barewindow.exe"' EXIT
+# The prefix's desktop is bound to this screen, which goes at the end: so does the server.
+trap 'wineserver -k 2>/dev/null || true; kill $xvfb 2>/dev/null || true
+      rm -f "$root/bin/bench_barewindow.exe"' EXIT
 sleep 1
 export DISPLAY=$display
+wineserver -k 2>/dev/null || true
 win_wine_ready
 # The language is chosen, so the editor goes straight to its splash and main window.
 printf '[Settings]\r\nLanguage=%s\r\n' "$(winepath -w "$root/res/lang/Deutsch.lng")" |

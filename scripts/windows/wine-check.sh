@@ -24,6 +24,8 @@ cleanup() {
 trap cleanup EXIT
 
 start=$SECONDS
+# A server left from another run may have its desktop on a display that is gone.
+wineserver -k 2>/dev/null || true
 win_wine_ready
 echo "windows: Wine prefix ready in $((SECONDS - start)) s"
 
