@@ -2,6 +2,7 @@
 
 #include "audio/modmci.h"
 #include "package/announcementrecord.h"
+#include "service/satzrecord.h"
 
 #include <QString>
 
@@ -24,6 +25,16 @@ inline int OpenIntoTable(modMCI& mci, AnnouncementTable& table, const QString& k
     table.Announcements << record;
     table.AnnouncementCount = static_cast<std::int16_t>(table.Announcements.size());
     return code;
+}
+
+// A sentence of `targets` under key 0001, as a service holds it.
+inline SatzRecord sentence(const QList<SatzTarget>& targets) {
+    SatzRecord s;
+    s.Key = QStringLiteral("0001");
+    s.Text = QStringLiteral("Test");
+    s.Targets = targets;
+    s.LastTarget = static_cast<std::int16_t>(targets.size() - 1);
+    return s;
 }
 
 } // namespace tavik::test

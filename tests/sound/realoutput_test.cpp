@@ -87,15 +87,6 @@ struct SoundPackage {
     }
 };
 
-SatzRecord sentence(const QList<SatzTarget>& targets) {
-    SatzRecord s;
-    s.Key = QStringLiteral("0001");
-    s.Text = QStringLiteral("Test");
-    s.Targets = targets;
-    s.LastTarget = static_cast<std::int16_t>(targets.size() - 1);
-    return s;
-}
-
 std::vector<float> leftOf(const QByteArray& wave, TempDir& dir) {
     const QString path = dir.write(QStringLiteral("render.wav"), wave);
     const SoundInfo info = probeSound(path).value_or(SoundInfo{});

@@ -56,15 +56,6 @@ struct WinmmPackage {
     }
 };
 
-SatzRecord sentence(const QList<SatzTarget>& targets) {
-    SatzRecord s;
-    s.Key = QStringLiteral("0001");
-    s.Text = QStringLiteral("Test");
-    s.Targets = targets;
-    s.LastTarget = static_cast<std::int16_t>(targets.size() - 1);
-    return s;
-}
-
 } // namespace
 
 TEST(RealOutputWinmm, ASentenceSoundsEachEntryInTurnOnItsCommands) {
