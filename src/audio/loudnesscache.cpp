@@ -61,6 +61,11 @@ LoudnessCache::~LoudnessCache() {
 }
 
 QString LoudnessCache::defaultFile() {
+    // TAVIK_CACHE moves the cache where the user's cache folder cannot be chosen per process
+    // (Windows keeps it in the profile, whatever the environment says).
+    const QString chosen = qEnvironmentVariable("TAVIK_CACHE");
+    if (!chosen.isEmpty())
+        return chosen + QStringLiteral("/loudness.tsv");
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
            QStringLiteral("/tavik/loudness.tsv");
 }

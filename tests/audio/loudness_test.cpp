@@ -9,6 +9,7 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QThread>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -103,6 +104,23 @@ TEST(LoudnessCache, MeasuresEachSoundOnceAndAgainWhenItChanges) {
     ASSERT_TRUE(l && l->integratedLufs);
     EXPECT_NEAR(*l->integratedLufs, -13.0, 0.1);
     EXPECT_EQ(cache.measured(), 1);
+}
+
+TEST(LoudnessCache, LivesInTheUsersCacheFolderUnlessTavikCacheNamesAnother) {
+    const QByteArray kept = qgetenv("TAVIK_CACHE");
+    qunsetenv("TAVIK_CACHE");
+    EXPECT_EQ(LoudnessCache::defaultFile(),
+              QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                  QStringLiteral("/tavik/loudness.tsv"));
+    TempDir dir;
+    qputenv("TAVIK_CACHE", dir.file(QStringLiteral("Zoë cache")).toLocal8Bit());
+    EXPECT_EQ(LoudnessCache::defaultFile(), dir.file(QStringLiteral("Zoë cache/loudness.tsv")));
+    {
+        LoudnessCache cache;
+        ASSERT_TRUE(cache.loudnessOf(writeSine(dir.file(QStringLiteral("a.wav")), -23.0, 2, 1.0)));
+    }
+    EXPECT_TRUE(QFile::exists(dir.file(QStringLiteral("Zoë cache/loudness.tsv"))));
+    qputenv("TAVIK_CACHE", kept);
 }
 
 TEST(LoudnessCache, ABrokenCacheFileIsMeasuredAgainNotBelieved) {

@@ -1,6 +1,7 @@
 // "tavik check" measures every announcement's loudness and true peak: sounds made here at known
 // levels, warnings for sounds far from the package's median or peaking too high, and the cache
 // that keeps each measurement out of the package.
+#include "audio/loudnesscache.h"
 #include "package/clszeldb.h"
 #include "support/soundfixtures.h"
 #include "support/tempdir.h"
@@ -10,7 +11,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QJsonArray>
-#include <QStandardPaths>
 #include <QThread>
 #include <gtest/gtest.h>
 
@@ -62,8 +62,7 @@ QList<QJsonObject> ofKind(const QJsonObject& report, const char* kind) {
 }
 
 QString cacheFile() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-           QStringLiteral("/tavik/loudness.tsv");
+    return LoudnessCache::defaultFile();
 }
 
 } // namespace

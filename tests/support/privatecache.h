@@ -9,7 +9,12 @@ namespace tavik::test {
 // user's cache nor land in it.
 class PrivateCacheFolder {
 public:
-    PrivateCacheFolder() { qputenv("XDG_CACHE_HOME", dir_.path().toLocal8Bit()); }
+    // TAVIK_CACHE as well: on Windows the user's cache folder is the profile's, shared by every
+    // test process at once.
+    PrivateCacheFolder() {
+        qputenv("XDG_CACHE_HOME", dir_.path().toLocal8Bit());
+        qputenv("TAVIK_CACHE", (dir_.path() + QStringLiteral("/tavik")).toLocal8Bit());
+    }
     QString path() const { return dir_.path(); }
 
 private:
