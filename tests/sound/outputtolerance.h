@@ -7,6 +7,9 @@ namespace tavik::test {
 struct OutputTolerance {
     double commandsMs; // every start and cut against its command
     double renderedMs; // every entry against where the rendered file has it
+    // How often a run whose sound was broken for a moment is played again: more than never
+    // where the system's own sound path does that at random.
+    int playsAgainAfterABreak;
 };
 OutputTolerance OwnEngineTolerance();
 
