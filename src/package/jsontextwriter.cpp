@@ -2,7 +2,10 @@
 
 #include <QIODevice>
 #include <QLocale>
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstring>
 
 namespace tavik {
 
@@ -16,8 +19,29 @@ char hexDigit(unsigned value) {
 
 } // namespace
 
+JsonTextWriter::JsonTextWriter(QIODevice* device) : device_(device) {
+    enlarge(kChunk + 4096);
+}
+
 JsonTextWriter::~JsonTextWriter() {
     flush();
+}
+
+void JsonTextWriter::enlarge(qsizetype needed) {
+    const qsizetype capacity = std::max(needed, 2 * capacity_);
+    auto larger = std::make_unique_for_overwrite<char[]>(static_cast<std::size_t>(capacity));
+    if (size_ > 0)
+        std::memcpy(larger.get(), buffer_.get(), static_cast<std::size_t>(size_));
+    buffer_ = std::move(larger);
+    capacity_ = capacity;
+}
+
+void JsonTextWriter::put(const char* text, qsizetype count) {
+    std::memcpy(grow(count), text, static_cast<std::size_t>(count));
+}
+
+void JsonTextWriter::put(char c) {
+    *grow(1) = c;
 }
 
 JsonTextWriter& JsonTextWriter::name(QLatin1StringView name) {
@@ -26,28 +50,28 @@ JsonTextWriter& JsonTextWriter::name(QLatin1StringView name) {
 }
 
 void JsonTextWriter::indent(qsizetype level) {
-    buffer_.append(4 * level, ' ');
+    std::memset(grow(4 * level), ' ', static_cast<std::size_t>(4 * level));
 }
 
 void JsonTextWriter::beginValue() {
     if (filled_.empty())
         return;
     if (filled_.back())
-        buffer_.append(",\n", 2);
+        put(",\n", 2);
     filled_.back() = true;
     indent(static_cast<qsizetype>(filled_.size()));
     if (!pendingName_.isNull()) {
-        buffer_.append('"');
-        buffer_.append(pendingName_.data(), pendingName_.size());
-        buffer_.append("\": ", 3);
+        put('"');
+        put(pendingName_.data(), pendingName_.size());
+        put("\": ", 3);
         pendingName_ = QLatin1StringView();
     }
 }
 
 void JsonTextWriter::open(char bracket) {
     beginValue();
-    buffer_.append(bracket);
-    buffer_.append('\n');
+    put(bracket);
+    put('\n');
     filled_.push_back(false);
 }
 
@@ -55,12 +79,12 @@ void JsonTextWriter::close(char bracket) {
     if (filled_.empty())
         return;
     if (filled_.back())
-        buffer_.append('\n');
+        put('\n');
     filled_.pop_back();
     indent(static_cast<qsizetype>(filled_.size()));
-    buffer_.append(bracket);
+    put(bracket);
     if (filled_.empty() && bracket == '}')
-        buffer_.append('\n');
+        put('\n');
     flushWhenFull();
 }
 
@@ -82,32 +106,35 @@ void JsonTextWriter::endArray() {
 
 void JsonTextWriter::integer(qint64 value) {
     beginValue();
-    buffer_.append(QByteArray::number(value));
+    char digits[24];
+    const auto result = std::to_chars(digits, digits + sizeof digits, value);
+    put(digits, result.ptr - digits);
 }
 
 void JsonTextWriter::boolean(bool value) {
     beginValue();
-    buffer_.append(value ? "true" : "false");
+    value ? put("true", 4) : put("false", 5);
 }
 
 void JsonTextWriter::number(double value) {
     beginValue();
-    if (std::isfinite(value))
-        buffer_.append(QByteArray::number(value, 'g', QLocale::FloatingPointShortest));
-    else
-        buffer_.append("null", 4);
+    if (std::isfinite(value)) {
+        const QByteArray digits = QByteArray::number(value, 'g', QLocale::FloatingPointShortest);
+        put(digits.constData(), digits.size());
+    } else
+        put("null", 4);
 }
 
 void JsonTextWriter::null() {
     beginValue();
-    buffer_.append("null", 4);
+    put("null", 4);
 }
 
 void JsonTextWriter::string(QStringView text) {
     beginValue();
-    buffer_.append('"');
+    put('"');
     escaped(text);
-    buffer_.append('"');
+    put('"');
     flushWhenFull();
 }
 
@@ -121,9 +148,7 @@ void JsonTextWriter::escaped(QStringView text) {
         while (src != end && *src >= 0x20 && *src < 0x80 && *src != '"' && *src != '\\')
             ++src;
         if (src != run) {
-            const qsizetype at = buffer_.size();
-            buffer_.resize(at + (src - run));
-            char* out = buffer_.data() + at;
+            char* out = grow(src - run);
             for (const char16_t* c = run; c != src; ++c)
                 *out++ = static_cast<char>(*c);
         }
@@ -131,66 +156,66 @@ void JsonTextWriter::escaped(QStringView text) {
             break;
         const unsigned u = *src++;
         if (u < 0x80) {
-            buffer_.append('\\');
+            put('\\');
             switch (u) {
             case '"':
-                buffer_.append('"');
+                put('"');
                 break;
             case '\\':
-                buffer_.append('\\');
+                put('\\');
                 break;
             case '\b':
-                buffer_.append('b');
+                put('b');
                 break;
             case '\f':
-                buffer_.append('f');
+                put('f');
                 break;
             case '\n':
-                buffer_.append('n');
+                put('n');
                 break;
             case '\r':
-                buffer_.append('r');
+                put('r');
                 break;
             case '\t':
-                buffer_.append('t');
+                put('t');
                 break;
             default:
-                buffer_.append("u00", 3);
-                buffer_.append(hexDigit(u >> 4));
-                buffer_.append(hexDigit(u & 0xf));
+                put("u00", 3);
+                put(hexDigit(u >> 4));
+                put(hexDigit(u & 0xf));
             }
         } else if (u < 0x800) {
-            buffer_.append(static_cast<char>(0xc0 | (u >> 6)));
-            buffer_.append(static_cast<char>(0x80 | (u & 0x3f)));
+            put(static_cast<char>(0xc0 | (u >> 6)));
+            put(static_cast<char>(0x80 | (u & 0x3f)));
         } else if (u >= 0xd800 && u < 0xdc00 && src != end && *src >= 0xdc00 && *src < 0xe000) {
             const unsigned code = 0x10000 + ((u - 0xd800) << 10) + (*src++ - 0xdc00);
-            buffer_.append(static_cast<char>(0xf0 | (code >> 18)));
-            buffer_.append(static_cast<char>(0x80 | ((code >> 12) & 0x3f)));
-            buffer_.append(static_cast<char>(0x80 | ((code >> 6) & 0x3f)));
-            buffer_.append(static_cast<char>(0x80 | (code & 0x3f)));
+            put(static_cast<char>(0xf0 | (code >> 18)));
+            put(static_cast<char>(0x80 | ((code >> 12) & 0x3f)));
+            put(static_cast<char>(0x80 | ((code >> 6) & 0x3f)));
+            put(static_cast<char>(0x80 | (code & 0x3f)));
         } else if (u >= 0xd800 && u < 0xe000) {
-            buffer_.append("\\u", 2);
+            put("\\u", 2);
             for (int shift = 12; shift >= 0; shift -= 4)
-                buffer_.append(hexDigit((u >> shift) & 0xf));
+                put(hexDigit((u >> shift) & 0xf));
         } else {
-            buffer_.append(static_cast<char>(0xe0 | (u >> 12)));
-            buffer_.append(static_cast<char>(0x80 | ((u >> 6) & 0x3f)));
-            buffer_.append(static_cast<char>(0x80 | (u & 0x3f)));
+            put(static_cast<char>(0xe0 | (u >> 12)));
+            put(static_cast<char>(0x80 | ((u >> 6) & 0x3f)));
+            put(static_cast<char>(0x80 | (u & 0x3f)));
         }
     }
 }
 
 void JsonTextWriter::flushWhenFull() {
-    if (device_ && buffer_.size() >= kChunk)
+    if (device_ && size_ >= kChunk)
         flush();
 }
 
 bool JsonTextWriter::flush() {
     if (!device_)
         return true;
-    if (!buffer_.isEmpty() && !failed_)
-        failed_ = device_->write(buffer_) != buffer_.size();
-    buffer_.resize(0); // keeps the chunk's room
+    if (size_ > 0 && !failed_)
+        failed_ = device_->write(buffer_.get(), size_) != size_;
+    size_ = 0; // the room stays for the next chunk
     return !failed_;
 }
 

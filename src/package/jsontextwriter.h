@@ -4,6 +4,7 @@
 #include <QLatin1StringView>
 #include <QString>
 #include <QStringView>
+#include <memory>
 #include <vector>
 
 class QIODevice;
@@ -18,7 +19,7 @@ namespace tavik {
 class JsonTextWriter {
 public:
     JsonTextWriter() = default;
-    explicit JsonTextWriter(QIODevice* device) : device_(device) {}
+    explicit JsonTextWriter(QIODevice* device);
     ~JsonTextWriter();
     JsonTextWriter(const JsonTextWriter&) = delete;
     JsonTextWriter& operator=(const JsonTextWriter&) = delete;
@@ -40,9 +41,19 @@ public:
     // Sends what is buffered to the device; false when the device refused it.
     bool flush();
     // Without a device: the text written so far.
-    const QByteArray& text() const { return buffer_; }
+    QByteArray text() const { return QByteArray(buffer_.get(), size_); }
 
 private:
+    char* grow(qsizetype count) {
+        if (size_ + count > capacity_)
+            enlarge(size_ + count);
+        char* at = buffer_.get() + size_;
+        size_ += count;
+        return at;
+    }
+    void enlarge(qsizetype needed);
+    void put(const char* text, qsizetype count);
+    void put(char c);
     void beginValue();
     void open(char bracket);
     void close(char bracket);
@@ -51,7 +62,11 @@ private:
     void flushWhenFull();
 
     QIODevice* device_ = nullptr;
-    QByteArray buffer_;
+    // The text not yet sent, in memory of its own: QByteArray's appends and resizes of a few
+    // bytes at a time cost more than the bytes.
+    std::unique_ptr<char[]> buffer_;
+    qsizetype size_ = 0;
+    qsizetype capacity_ = 0;
     QLatin1StringView pendingName_;
     // Per open container: whether it holds a value yet.
     std::vector<bool> filled_;
