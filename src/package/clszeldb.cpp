@@ -105,7 +105,8 @@ bool clsZELDB::openBytes(const uchar* data, qint64 size, const QString* onlyKey)
                 break;
             }
             if (!onlyKey) {
-                zeldb::readKey(in, keys_.ref(i));
+                ZeldbKey& key = keys_.ref(i);
+                zeldb::readKey(in, key, i > 0 ? &keys_.get(i - 1) : nullptr);
                 continue;
             }
             // Every record is read, so the open ends exactly where a whole one would; only

@@ -79,7 +79,7 @@ void readHeader(ByteReader& in, ZeldbHeader& header) {
     header.KeyCount = in.i16();
 }
 
-void readKey(ByteReader& in, ZeldbKey& key) {
+void readKey(ByteReader& in, ZeldbKey& key, const ZeldbKey* like) {
     key.InUse = in.i16();
     key.Name = in.countedString();
     key.ItemCount = in.i16();
@@ -111,7 +111,13 @@ void readKey(ByteReader& in, ZeldbKey& key) {
                 in.markTruncated();
             return;
         }
-        readItem(in, key.Items.ref(i));
+        ZeldbItem& item = key.Items.ref(i);
+        readItem(in, item);
+        if (like && i < like->Items.storedCount()) {
+            const QString& name = like->Items.get(i).Name;
+            if (item.Name == name)
+                item.Name = name;
+        }
     }
 }
 

@@ -14,8 +14,10 @@ inline constexpr qint64 kMaxItemSlots = 32768;
 
 void readHeader(ByteReader& in, ZeldbHeader& header);
 // Reads one key record with its items. A record that cannot be what a store writes (an
-// unknown value type, an odd array descriptor) marks the reader broken.
-void readKey(ByteReader& in, ZeldbKey& key);
+// unknown value type, an odd array descriptor) marks the reader broken. An item named as the
+// item in the same slot of `like` shares that name's text: the keys of a package repeat the
+// same few setting names thousands of times.
+void readKey(ByteReader& in, ZeldbKey& key, const ZeldbKey* like = nullptr);
 
 void writeHeader(ByteWriter& out, const ZeldbHeader& header);
 void writeKey(ByteWriter& out, const ZeldbKey& key);
