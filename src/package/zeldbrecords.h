@@ -9,18 +9,20 @@
 
 namespace tavik {
 
+// The fields in an order that leaves no padding between them: a big package holds tens of
+// thousands of these.
 struct ZeldbItem {
-    std::int16_t InUse = 0; // -1 in use, 0 free
     QString Name;
-    std::int16_t Reserved = 0;
     Variant Value;
+    std::int16_t InUse = 0; // -1 in use, 0 free
+    std::int16_t Reserved = 0;
 };
 
 struct ZeldbKey {
-    std::int16_t InUse = 0; // -1 in use, 0 free
     QString Name;
-    std::int16_t ItemCount = 0; // high-water mark of Items
     SlotArray<ZeldbItem> Items; // not allocated until the first item is added
+    std::int16_t InUse = 0;     // -1 in use, 0 free
+    std::int16_t ItemCount = 0; // high-water mark of Items
 };
 
 struct ZeldbHeader {
