@@ -113,61 +113,65 @@ void frmMain::LoadPackage() {
     // doubling and left the old copies' space behind.
     if (count > 0)
         table.Announcements.reserve(table.AnnouncementCount + count);
-    MciPackageSounds sounds(mci_);
-    const PackageFileList files(PackageFolder);
-    // The extension, the play time and its tool tip repeat from row to row: rows with the same
-    // text share one copy of it instead of holding one each.
-    QHash<QString, QString> texts;
-    const auto shared = [&texts](const QString& text) -> QString {
-        const auto found = texts.constFind(text);
-        return found != texts.cend() ? *found : *texts.insert(text, text);
-    };
-    double titleColumn = -1;
-    for (int i = 1; i <= count; ++i) {
-        const IndexEntry entry = ReadIndexEntry(PackageIndex, i);
-        const double width =
-            i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar : kTitleColumn;
-        if (width != titleColumn) {
-            lsvPack_->SetColumnWidth(2, width);
-            fitLoudnessColumn();
-            titleColumn = width;
-        }
-        if (!entry.Title.isEmpty()) {
-            // The row joins the list once it is filled, so the list's views hear of it once
-            // instead of once for every text; a sound whose load raises an error leaves its
-            // row as far as it was filled.
-            ReportListItem* row = lsvPack_->MakeItem(entry.Key);
-            const auto addRow =
-                qScopeGuard([this, row] { lsvPack_->AddMadeItem(row, lsvPack_->Count() + 1); });
-            const QString filePath = files.GetFileName(entry.Key);
-            row->SetSubItems(1, entry.Title);
-            row->SetTag(filePath);
-            row->SetSubItems(2, shared(GetExtension(filePath)));
-            LoadAnnouncement(PackageIndex, entry, filePath, sounds, table, aliasWarningShown,
-                             hooks);
-            const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
-            if (record.Opened) {
-                row->SetSubItems(3, shared(PlayTimeText(record.Length)));
-                row->SubItem(3).SetToolTipText(shared(MeasuredLengthText(record.Length)));
+    // The folder's names and the shared texts go before the list's fingerprint is taken: a
+    // big package's load peaks there.
+    {
+        MciPackageSounds sounds(mci_);
+        const PackageFileList files(PackageFolder);
+        // The extension, the play time and its tool tip repeat from row to row: rows with the same
+        // text share one copy of it instead of holding one each.
+        QHash<QString, QString> texts;
+        const auto shared = [&texts](const QString& text) -> QString {
+            const auto found = texts.constFind(text);
+            return found != texts.cend() ? *found : *texts.insert(text, text);
+        };
+        double titleColumn = -1;
+        for (int i = 1; i <= count; ++i) {
+            const IndexEntry entry = ReadIndexEntry(PackageIndex, i);
+            const double width =
+                i > kEntriesWithoutScrollBar ? kTitleColumnWithScrollBar : kTitleColumn;
+            if (width != titleColumn) {
+                lsvPack_->SetColumnWidth(2, width);
+                fitLoudnessColumn();
+                titleColumn = width;
             }
-            if (record.Missing) {
-                row->SetForeColor(kMissingColor);
-                row->SetSubItems(2, QStringLiteral("???"));
+            if (!entry.Title.isEmpty()) {
+                // The row joins the list once it is filled, so the list's views hear of it once
+                // instead of once for every text; a sound whose load raises an error leaves its
+                // row as far as it was filled.
+                ReportListItem* row = lsvPack_->MakeItem(entry.Key);
+                const auto addRow =
+                    qScopeGuard([this, row] { lsvPack_->AddMadeItem(row, lsvPack_->Count() + 1); });
+                const QString filePath = files.GetFileName(entry.Key);
+                row->SetSubItems(1, entry.Title);
+                row->SetTag(filePath);
+                row->SetSubItems(2, shared(GetExtension(filePath)));
+                LoadAnnouncement(PackageIndex, entry, filePath, sounds, table, aliasWarningShown,
+                                 hooks);
+                const AnnouncementRecord& record = table.Announcements[table.AnnouncementCount - 1];
+                if (record.Opened) {
+                    row->SetSubItems(3, shared(PlayTimeText(record.Length)));
+                    row->SubItem(3).SetToolTipText(shared(MeasuredLengthText(record.Length)));
+                }
+                if (record.Missing) {
+                    row->SetForeColor(kMissingColor);
+                    row->SetSubItems(2, QStringLiteral("???"));
+                }
+                if (record.Color >= 1) {
+                    row->SetForeColor(static_cast<quint32>(record.Color));
+                    row->SetBold(true);
+                } else {
+                    row->SetBold(false);
+                }
             }
-            if (record.Color >= 1) {
-                row->SetForeColor(static_cast<quint32>(record.Color));
-                row->SetBold(true);
-            } else {
-                row->SetBold(false);
+            if (eventPace.due() || i == count) {
+                if (status_ && !titleShown) {
+                    status_->ShowSecondLine(title);
+                    titleShown = true;
+                }
+                prgStatus_->setValue(i);
+                QCoreApplication::processEvents();
             }
-        }
-        if (eventPace.due() || i == count) {
-            if (status_ && !titleShown) {
-                status_->ShowSecondLine(title);
-                titleShown = true;
-            }
-            prgStatus_->setValue(i);
-            QCoreApplication::processEvents();
         }
     }
 
