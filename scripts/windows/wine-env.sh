@@ -6,6 +6,12 @@
 # (nothing of ours needs them, and asking for them would try the network).
 export WINEPREFIX="${TAVIK_WINEPREFIX:-$TAVIK_WIN_CACHE/wineprefix}" WINEDEBUG="${WINEDEBUG:--all}"
 export WINEDLLOVERRIDES="mscoree,mshtml="
+# Wine's PulseAudio driver asks the sound server for buffers of about ten milliseconds; on a busy
+# two-core machine its stream then runs dry now and then for a few milliseconds, heard as a break
+# in the sound (about one 2-second sound in eight, whichever way it is played). Sixty
+# milliseconds, asked for through the variable libpulse reads for every stream, end that; the
+# latency stays one constant.
+export PULSE_LATENCY_MSEC="${PULSE_LATENCY_MSEC:-60}"
 
 # Makes the prefix (once) and keeps a Wine server running, so each program then starts in a
 # fraction of a second instead of seconds. One already running for the prefix refuses a second,

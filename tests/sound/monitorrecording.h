@@ -77,6 +77,12 @@ std::vector<double> onsetDifferencesMs(const std::vector<float>& heard,
                                        const std::vector<float>& rendered,
                                        const std::vector<float>& levels);
 
+// Where a sound of one level breaks off for less than 50 ms and goes on at the same level (a
+// dropout of the output), as the frame where the break begins; -1 when none does. The sounds
+// played here each have a level of their own, and overlapping ones sum to a higher one, so a
+// level never comes back that soon by itself.
+qint64 firstBreak(const std::vector<float>& samples);
+
 // The middle value (the upper of the two middle ones); 0 for none.
 double median(std::vector<double> values);
 

@@ -7,8 +7,8 @@ namespace tavik::test {
 struct OutputTolerance {
     double commandsMs; // every start and cut against its command
     double renderedMs; // every entry against where the rendered file has it
-    // How often a run whose sound was broken for a moment is played again: more than never
-    // where the system's own sound path does that at random.
+    // How often a run whose sound broke off for a moment is played again: never where that is
+    // the output's own fault, more where the system's sound path does it at random.
     int playsAgainAfterABreak;
 };
 OutputTolerance OwnEngineTolerance();
