@@ -8,10 +8,10 @@ export WINEPREFIX="${TAVIK_WINEPREFIX:-$TAVIK_WIN_CACHE/wineprefix}" WINEDEBUG="
 export WINEDLLOVERRIDES="mscoree,mshtml="
 # Wine's PulseAudio driver asks the sound server for buffers of about ten milliseconds; on a busy
 # two-core machine its stream then runs dry now and then for a few milliseconds, heard as a break
-# in the sound (about one 2-second sound in eight, whichever way it is played). Sixty
-# milliseconds, asked for through the variable libpulse reads for every stream, end that; the
-# latency stays one constant.
-export PULSE_LATENCY_MSEC="${PULSE_LATENCY_MSEC:-60}"
+# in the sound (about one 2-second sound in eight, whichever way it is played). Forty
+# milliseconds, asked for through the variable libpulse reads for every stream, make that rare;
+# sixty made the moment a buffer is heard wander by up to 20 ms.
+export PULSE_LATENCY_MSEC="${PULSE_LATENCY_MSEC:-40}"
 
 # Makes the prefix (once) and keeps a Wine server running, so each program then starts in a
 # fraction of a second instead of seconds. One already running for the prefix refuses a second,

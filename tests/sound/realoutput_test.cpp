@@ -139,7 +139,8 @@ void warmUp(EmulatorBackend& backend) {
 // sound path breaks sounds by itself now and then, a run with a break is played again too, as
 // often as this system's tolerance allows; elsewhere a break is judged.
 Heard recordWhile(EmulatorBackend& backend, const std::function<void()>& play,
-                  const std::function<bool()>& keptTicks = {}) {
+                  const std::function<bool()>& keptTicks = {},
+                  const std::function<qint64(const std::vector<float>&)>& findBreak = firstBreak) {
     warmUp(backend);
     int breaksLeft = OwnEngineTolerance().playsAgainAfterABreak;
     for (int attempt = 1;;) {
@@ -158,7 +159,7 @@ Heard recordWhile(EmulatorBackend& backend, const std::function<void()>& play,
         }
         backend.drain();
         recording.stop();
-        const qint64 broken = breaksLeft > 0 ? firstBreak(recording.left()) : -1;
+        const qint64 broken = breaksLeft > 0 ? findBreak(recording.left()) : -1;
         if (broken >= 0) {
             --breaksLeft;
             std::fprintf(stderr,
@@ -311,16 +312,40 @@ TEST(RealOutput, TwentyEntriesOfEveryRateAndShiftSoundWhereTheRendererPutsThem) 
                      kAsRenderedMs);
 }
 
+namespace {
+
+// Where a tone falls silent for a millisecond or more between its first and its last loud
+// sample (a dropout); -1 when it never does. A sine crosses zero far quicker than that.
+qint64 silenceInTone(const std::vector<float>& samples) {
+    const auto loud = [](float x) { return std::fabs(x) > 0.3f; };
+    const auto first = std::find_if(samples.begin(), samples.end(), loud);
+    const auto last = std::find_if(samples.rbegin(), samples.rend(), loud).base();
+    qint64 quiet = 0;
+    for (auto it = first; it < last; ++it) {
+        quiet = std::fabs(*it) < 0.05f ? quiet + 1 : 0;
+        if (quiet >= MonitorRecording::kRate / 1000)
+            return (it - samples.begin()) - quiet + 1;
+    }
+    return -1;
+}
+
+} // namespace
+
 TEST(RealOutput, AToneAt22050HzKeepsItsPitch) {
     SoundPackage p;
     const QString path = p.dir.file(QStringLiteral("tone.wav"));
     ASSERT_TRUE(writeSine(path, 22050, 22050, 1000.0));
     p.add(QStringLiteral("0000"), path);
-    const std::vector<float> heard = recordWhile(p.backend, [&] {
-                                         // A run played again starts where the first did.
-                                         p.mci.MciSeekToStart(QStringLiteral("0000"));
-                                         PlayAnnouncement(p.mci, p.table.Announcements[0], true);
-                                     }).left;
+    const std::vector<float> heard =
+        recordWhile(
+            p.backend,
+            [&] {
+                // A run played again starts where the first did.
+                p.mci.MciSeekToStart(QStringLiteral("0000"));
+                PlayAnnouncement(p.mci, p.table.Announcements[0], true);
+            },
+            {}, silenceInTone)
+            .left;
     qint64 first = -1;
     qint64 last = -1;
     for (qint64 i = 0; i < static_cast<qint64>(heard.size()); ++i) {
