@@ -682,8 +682,8 @@ int runParent(int argc, char** argv) {
          readRef},
         {"write", {QStringLiteral("write"), json, work}, readRef},
     };
-    // The tool's loudness cache lives with this run; the first check fills it.
-    qputenv("XDG_CACHE_HOME", root.filePath(QStringLiteral("cache")).toLocal8Bit());
+    // The tool's loudness cache lives with this run, on every system; the first check fills it.
+    qputenv("TAVIK_CACHE", root.filePath(QStringLiteral("cache")).toLocal8Bit());
     const double firstLoudness = timeTool({QStringLiteral("check"), big});
     std::printf("  (the first check measuring every sound's loudness took %.1f ms)\n",
                 firstLoudness);

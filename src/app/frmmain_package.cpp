@@ -113,8 +113,8 @@ void frmMain::LoadPackage() {
     // doubling and left the old copies' space behind.
     if (count > 0)
         table.Announcements.reserve(table.AnnouncementCount + count);
-    // The folder's names and the shared texts go before the list's fingerprint is taken: a
-    // big package's load peaks there.
+    // The folder's names and the shared texts are let go before the list's fingerprint is
+    // taken, which needs room of its own.
     {
         MciPackageSounds sounds(mci_);
         const PackageFileList files(PackageFolder);

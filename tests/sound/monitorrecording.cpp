@@ -84,8 +84,6 @@ std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, 
 }
 
 qint64 firstBreak(const std::vector<float>& samples) {
-    constexpr qint64 kMinimum = 20;
-    constexpr float kTolerance = 0.004f;
     const qint64 kLongestBreak = MonitorRecording::kRate / 20;
     const auto n = static_cast<qint64>(samples.size());
     float lastLevel = 0;
@@ -93,10 +91,10 @@ qint64 firstBreak(const std::vector<float>& samples) {
     qint64 start = 0;
     for (qint64 i = 1; i <= n; ++i) {
         const float level = samples[static_cast<std::size_t>(start)];
-        if (i < n && std::fabs(samples[static_cast<std::size_t>(i)] - level) <= kTolerance)
+        if (i < n && std::fabs(samples[static_cast<std::size_t>(i)] - level) <= kLevelTolerance)
             continue;
-        if (i - start >= kMinimum && std::fabs(level) > 0.01f) {
-            if (lastCut >= 0 && std::fabs(level - lastLevel) <= kTolerance &&
+        if (i - start >= kShortestSegment && std::fabs(level) > 0.01f) {
+            if (lastCut >= 0 && std::fabs(level - lastLevel) <= kLevelTolerance &&
                 start - lastCut < kLongestBreak)
                 return lastCut;
             lastLevel = level;

@@ -62,10 +62,15 @@ struct Segment {
     qint64 cut = -1;   // first frame after it
 };
 
+// A stretch counts as one level when it holds it within this for at least this many frames.
+inline constexpr float kLevelTolerance = 0.004f;
+inline constexpr qint64 kShortestSegment = 20;
+
 // The stretches where the left channel holds `level` (within `tolerance`) for at least
 // `minimum` frames, in order.
-std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level, qint64 minimum = 20,
-                                float tolerance = 0.004f);
+std::vector<Segment> segmentsAt(const std::vector<float>& samples, float level,
+                                qint64 minimum = kShortestSegment,
+                                float tolerance = kLevelTolerance);
 
 // The first stretch at `level` that starts at or after `from`; onset -1 when none.
 Segment segmentAfter(const std::vector<float>& samples, float level, qint64 from);
