@@ -93,8 +93,16 @@ QString PackageFileList::GetFileName(const QString& key) const {
             return CompareWithoutCase(a, b) < 0;
         });
     for (; it != names_.end() && it->startsWith(key); ++it) {
-        if (isFileOfKey(*it, key))
-            return prefix_ + NativePath(*it); // one text, not a joined one made native again
+        if (isFileOfKey(*it, key)) {
+            // One text, not a joined one made native again, and of its exact size: the row
+            // keeps it as long as the package is open, and a joined text has room to grow.
+            const QString name = NativePath(*it);
+            QString path;
+            path.reserve(prefix_.size() + name.size());
+            path.append(prefix_.constData(), prefix_.size());
+            path.append(name.constData(), name.size());
+            return path;
+        }
     }
     return {};
 }
