@@ -620,7 +620,7 @@ int runParent(int argc, char** argv) {
     std::map<int, Figures> editors;
     for (int n : toolOnly ? QList<int>() : sizes) {
         const QString folder = root.filePath(QStringLiteral("Data/Paket%1").arg(n));
-        const int runs = n >= 30000 ? 1 : 3;
+        const int runs = 3;
         const Figures bare = medianOf(QStringLiteral("bare"), folder, runs);
         const Figures ed = medianOf(QStringLiteral("editor"), folder, runs);
         editors[n] = ed;
