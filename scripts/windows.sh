@@ -39,6 +39,9 @@ fi
 # The test programs' tests are listed by running them under Wine as they are built, offscreen.
 unset DISPLAY
 [ "${TAVIK_WIN_TESTS:-OFF}" = ON ] && win_wine_ready
+# ccache keeps the compiles that use precompiled headers too, once told that their macros and
+# time stamps are the build's own.
+export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 cmake -S . -B build-win -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DCMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64-x86_64.cmake" \
     -DTAVIK_WIN_PREFIX="$qt;$libs" -DCMAKE_PREFIX_PATH="$qt;$libs" -DQT_HOST_PATH=/usr \

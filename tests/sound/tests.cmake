@@ -12,6 +12,7 @@ else()
         sound/outputtolerance_unix.cpp)
 endif()
 target_link_libraries(tavik_sound_tests PRIVATE taviktestsupport tavikui)
+tavik_test_target(tavik_sound_tests)
 add_test(NAME RealSoundOutput
          COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/sound/with_pulseaudio.sh
                  ${TAVIK_TEST_EMULATOR} $<TARGET_FILE:tavik_sound_tests>)
