@@ -341,12 +341,18 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    bool goOn = false;
-    RunHandler([this, &goOn] { goOn = MaySaveOrDiscard(); });
+    // While a load, an unload or a save goes through the list, everything the user did is
+    // being saved or was given up before it began: a question now could only offer to save
+    // half a list.
+    bool goOn = listWork_ > 0;
+    if (!goOn)
+        RunHandler([this, &goOn] { goOn = MaySaveOrDiscard(); });
     if (!goOn) {
         event->ignore();
         return;
     }
+    if (listWork_ > 0)
+        closedDuringListWork_ = true;
     // A sound or sentence playing ends now, not when its wait would have.
     EndRunningWaits();
     closeEditedPackage();

@@ -354,6 +354,10 @@ private:
     QByteArray loadedList_;
     bool askingAboutChange_ = false;
     bool overwriteConfirmed_ = false;
+    // A load, an unload or a save is going through the list (their depth), and whether the
+    // window was closed meanwhile: no load fills it after that.
+    int listWork_ = 0;
+    bool closedDuringListWork_ = false;
 };
 
 } // namespace tavik

@@ -1,5 +1,6 @@
 #include "app/frmmain.h"
 #include "app/frmstatus.h"
+#include "app/loadinputguard.h"
 #include "audio/mcipackagesounds.h"
 #include "audio/modmci.h"
 #include "log/eventlog.h"
@@ -43,15 +44,36 @@ QString MeasuredLengthText(std::int32_t ms) {
     return QStringLiteral("%1 ms").arg(ms);
 }
 
+// The list is filled, emptied or written while events go through: the window takes no input
+// but its close meanwhile (LoadInputGuard), and counts how deep such work runs.
+class ListWork {
+public:
+    ListWork(int& depth, QWidget* window, QWidget* exitButton, QAction* quit)
+        : depth_(depth), guard_(window, exitButton, quit) {
+        ++depth_;
+    }
+    ~ListWork() { --depth_; }
+    ListWork(const ListWork&) = delete;
+    ListWork& operator=(const ListWork&) = delete;
+
+private:
+    int& depth_;
+    LoadInputGuard guard_;
+};
+
 } // namespace
 
 void frmMain::LoadPackage() {
+    // A window closed while its list was emptied for this load stays empty.
+    if (closedDuringListWork_)
+        return;
     followPackage();
     if (!PackageIndex.OpenIOFile(IndexFilePath)) {
         MsgBox(this, language_.GetLangString(8), MsgButtons::OK, MsgIcon::Exclamation);
         return;
     }
     noteLoadedPackage();
+    const ListWork work(listWork_, this, cmdExit_, mnuQuit_);
     lsvPack_->hide();
     // Opening a sound lets events through by itself, and so does each line the event log
     // gets (a sound that fails to open writes one); here that happens at the load's pace.
@@ -171,9 +193,13 @@ void frmMain::LoadPackage() {
                 }
                 prgStatus_->setValue(i);
                 QCoreApplication::processEvents();
+                if (closedDuringListWork_)
+                    break;
             }
         }
     }
+    if (closedDuringListWork_)
+        return;
 
     EnableServicButtons(true);
     cmdSave_->setEnabled(true);
@@ -182,6 +208,7 @@ void frmMain::LoadPackage() {
 }
 
 void frmMain::UnloadAudioFiles() {
+    const ListWork work(listWork_, this, cmdExit_, mnuQuit_);
     if (!status_)
         status_ = new frmStatus(this);
     LocaliseWindow(status_, language_);
@@ -206,6 +233,7 @@ void frmMain::closeStatusWindow() {
 }
 
 void frmMain::SavePackageList() {
+    const ListWork work(listWork_, this, cmdExit_, mnuQuit_);
     const int rows = lsvPack_->Count();
     for (int i = 1; i <= rows; ++i) {
         ReportListItem* row = lsvPack_->ListItems(i);

@@ -15,6 +15,7 @@ list(APPEND TAVIK_UI_SOURCES
     app/frmstatus.cpp
     app/listcommands.cpp
     app/listfilterbar.cpp
+    app/loadinputguard.cpp
     app/loudnessjob.cpp
     app/frmmain_loudness.cpp
     app/tavikapplication.cpp
