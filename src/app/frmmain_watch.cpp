@@ -166,8 +166,9 @@ void frmMain::reloadFromDisk(const QStringList& names) {
 void frmMain::onChangedOnDisk(const QStringList& names) {
     if (askingAboutChange_)
         return;
-    // Not while the user works in a dialog, the service editor is open or a load runs.
-    if (!isEnabled() || QApplication::activeModalWidget() || lsvPack_->isHidden()) {
+    // Not while the user works in a dialog, the service editor is open or a load, an unload or
+    // a save goes through the list.
+    if (!isEnabled() || QApplication::activeModalWidget() || listWork_ > 0) {
         QTimer::singleShot(kRetryMs, this, [this] {
             if (!watch_)
                 return;
